@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QStringList>
+
+namespace plotwell::bench {
+
+// Each benchmark takes its own arguments (after its name), prints one
+// "name: value" a line and returns the exit status.
+int runLoadBench(const QStringList& args);
+int runFrameBench(const QStringList& args);
+int runSaveBench(const QStringList& args);
+
+// The value of "--name N" in args, or fallback.
+long long argValue(const QStringList& args, const QString& name, long long fallback);
+QString argText(const QStringList& args, const QString& name, const QString& fallback);
+
+} // namespace plotwell::bench

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "document/mapreader.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <cstdint>
+
+namespace plotwell {
+
+class Editor;
+
+// The folder of a path up to and including its last separator, and the name
+// after it; empty when the path has no separator. Paths are in the platform's
+// native form, so the separator is "\" on Windows and "/" elsewhere.
+QString folderOf(const QString& path);
+QString fileNameOf(const QString& path);
+
+// Loads one file into one layer: makes it active, records the path, caption
+// and folder, reads the records, re-applies the zoom and, for the base layer,
+// fits the view. It neither clears the layer nor asks anything.
+ReadResult openMapFile(Editor& editor, const QString& path, std::int16_t layer);
+// Removes a layer's records and resets its caption; the file name stays.
+void clearLayer(Editor& editor, std::int16_t layer);
+// File > Open EQ Map File > As Base Layer / As Layer n.
+void loadLayerFromMenu(Editor& editor, std::int16_t layer);
+// Files dropped on the map fill the layers that have no file yet.
+void dropFiles(Editor& editor, const QStringList& paths);
+
+} // namespace plotwell

@@ -1,0 +1,198 @@
+#include "document/numbertext.h"
+
+#include <cfloat>
+#include <charconv>
+#include <cmath>
+
+namespace plotwell {
+namespace {
+
+std::string_view trimBlanks(std::string_view s)
+{
+    while (!s.empty() && s.front() == ' ')
+        s.remove_prefix(1);
+    while (!s.empty() && s.back() == ' ')
+        s.remove_suffix(1);
+    return s;
+}
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+// Splits off an optional sign and checks that a digit or "." follows, so that
+// "inf", "nan" and doubled signs are refused before from_chars sees them.
+bool takeSign(std::string_view& s, bool& negative)
+{
+    negative = false;
+    if (!s.empty() && (s.front() == '+' || s.front() == '-')) {
+        negative = s.front() == '-';
+        s.remove_prefix(1);
+    }
+    return !s.empty() && (isDigit(s.front()) || s.front() == '.');
+}
+
+// True when an out-of-range number is too small rather than too large: its
+// exponent is negative, or it has no exponent and no non-zero digit before ".".
+bool isUnderflow(std::string_view s)
+{
+    const auto e = s.find_first_of("eE");
+    if (e != std::string_view::npos)
+        return e + 1 < s.size() && s[e + 1] == '-';
+    for (char c : s) {
+        if (c == '.')
+            return true;
+        if (c != '0')
+            return false;
+    }
+    return true;
+}
+
+std::optional<double> textToDouble(std::string_view field)
+{
+    std::string_view s = trimBlanks(field);
+    bool negative = false;
+    if (!takeSign(s, negative))
+        return std::nullopt;
+    double v = 0;
+    const auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), v, std::chars_format::general);
+    if (end != s.data() + s.size())
+        return std::nullopt;
+    if (ec == std::errc::result_out_of_range) {
+        if (!isUnderflow(s))
+            return std::nullopt;
+        v = 0;
+    } else if (ec != std::errc()) {
+        return std::nullopt;
+    }
+    return negative ? -v : v;
+}
+
+template<typename Int>
+std::optional<Int> textToWhole(std::string_view field, double low, double high)
+{
+    const auto v = textToDouble(field);
+    if (!v)
+        return std::nullopt;
+    const double r = roundHalfEven(*v);
+    if (!(r >= low && r <= high))
+        return std::nullopt;
+    return static_cast<Int>(r);
+}
+
+} // namespace
+
+std::optional<float> textToSingle(std::string_view field)
+{
+    std::string_view s = trimBlanks(field);
+    bool negative = false;
+    if (!takeSign(s, negative))
+        return std::nullopt;
+    float v = 0;
+    const auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), v, std::chars_format::general);
+    if (end != s.data() + s.size())
+        return std::nullopt;
+    if (ec == std::errc::result_out_of_range) {
+        if (!isUnderflow(s))
+            return std::nullopt;
+        v = 0;
+    } else if (ec != std::errc()) {
+        return std::nullopt;
+    }
+    return negative ? -v : v;
+}
+
+std::optional<std::uint8_t> textToByte(std::string_view field)
+{
+    return textToWhole<std::uint8_t>(field, 0, 255);
+}
+
+std::optional<std::int16_t> textToInt16(std::string_view field)
+{
+    return textToWhole<std::int16_t>(field, -32768, 32767);
+}
+
+char* writeSingle(char* out, float value)
+{
+    if (value == 0) { // also a negative zero, which the map format writes as 0
+        *out = '0';
+        return out + 1;
+    }
+    const auto result = std::to_chars(out, out + kMaxSingleText, value, std::chars_format::general, 7);
+    for (char* p = out; p != result.ptr; ++p) {
+        if (*p >= 'a' && *p <= 'z')
+            *p = char(*p - 'a' + 'A');
+    }
+    return result.ptr;
+}
+
+std::string singleToText(float value)
+{
+    char buffer[kMaxSingleText];
+    return std::string(buffer, writeSingle(buffer, value));
+}
+
+std::string withDecimalSeparator(std::string text, char separator)
+{
+    for (char& c : text) {
+        if (c == '.')
+            c = separator;
+    }
+    return text;
+}
+
+double roundHalfEven(double v)
+{
+    return std::nearbyint(v); // the default rounding mode is to nearest, ties to even
+}
+
+double leadingNumber(std::string_view text, bool ignoreBlanksAnywhere)
+{
+    std::string kept;
+    if (ignoreBlanksAnywhere) {
+        for (char c : text) {
+            if (c != ' ' && c != '\t' && c != '\n')
+                kept += c;
+        }
+        text = kept;
+    } else {
+        while (!text.empty() && text.front() == ' ')
+            text.remove_prefix(1);
+    }
+
+    std::size_t i = 0;
+    bool negative = false;
+    if (i < text.size() && (text[i] == '+' || text[i] == '-'))
+        negative = text[i++] == '-';
+    const std::size_t start = i;
+    std::size_t digits = 0;
+    while (i < text.size() && isDigit(text[i])) {
+        ++i;
+        ++digits;
+    }
+    if (i < text.size() && text[i] == '.') {
+        ++i;
+        while (i < text.size() && isDigit(text[i])) {
+            ++i;
+            ++digits;
+        }
+    }
+    if (digits == 0)
+        return 0;
+    if (i < text.size() && (text[i] == 'e' || text[i] == 'E')) {
+        std::size_t j = i + 1;
+        if (j < text.size() && (text[j] == '+' || text[j] == '-'))
+            ++j;
+        if (j < text.size() && isDigit(text[j])) {
+            while (j < text.size() && isDigit(text[j]))
+                ++j;
+            i = j;
+        }
+    }
+    double v = 0;
+    const auto [end, ec] = std::from_chars(text.data() + start, text.data() + i, v, std::chars_format::general);
+    (void)end;
+    if (ec == std::errc::result_out_of_range)
+        v = isUnderflow(text.substr(start, i - start)) ? 0.0 : HUGE_VAL;
+    return negative ? -v : v;
+}
+
+} // namespace plotwell

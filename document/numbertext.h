@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace plotwell {
+
+// Number text as the map format and the program's captions use it: "." is the
+// decimal point whatever the user's locale, blanks around a number are ignored,
+// and conversions to whole numbers round half to even.
+
+// A whole field as a single: blanks, optional sign, digits with an optional
+// fraction and exponent, blanks. Anything else, or a magnitude beyond the
+// single range, gives no value.
+std::optional<float> textToSingle(std::string_view field);
+// As textToSingle, then rounded half to even; outside 0..255 gives no value.
+std::optional<std::uint8_t> textToByte(std::string_view field);
+// As textToSingle, then rounded half to even; outside the 16-bit range gives no value.
+std::optional<std::int16_t> textToInt16(std::string_view field);
+
+// The writer's coordinate form: at most 7 significant digits, no trailing
+// zeros, scientific ("1.5E-05", "1E+07") below 1E-04 or from 1E+07, and a
+// negative zero written as "0". Identical to C's "%.7G".
+constexpr int kMaxSingleText = 16;
+// Writes the form at out (room for kMaxSingleText chars); returns the end.
+char* writeSingle(char* out, float value);
+std::string singleToText(float value);
+
+// The same number with the locale's decimal separator instead of ".".
+std::string withDecimalSeparator(std::string text, char separator);
+
+// Rounds half to even to the nearest whole number.
+double roundHalfEven(double v);
+
+// The number at the start of a text: optional sign, digits, one ".", optional
+// exponent, up to the first character that does not fit; 0 when there is none.
+// Leading blanks are skipped; with ignoreBlanksAnywhere, blanks, tabs and line
+// feeds anywhere in the text are dropped first.
+double leadingNumber(std::string_view text, bool ignoreBlanksAnywhere = false);
+
+} // namespace plotwell

@@ -1,0 +1,15 @@
+#!/usr/bin/env bash
+# Installs the Debian packages Plotwell builds and tests with, only those missing.
+set -euo pipefail
+packages=(g++ cmake ninja-build qt6-base-dev libgl-dev libgtest-dev fonts-dejavu-core)
+missing=()
+for p in "${packages[@]}"; do
+  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+echo "Installing: ${missing[*]}"
+sudo=""
+[ "$(id -u)" -eq 0 ] || sudo="sudo"
+export DEBIAN_FRONTEND=noninteractive
+$sudo apt-get update -qq
+$sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"

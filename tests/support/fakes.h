@@ -1,0 +1,89 @@
+#pragma once
+
+#include "platform/services.h"
+#include "shell/editor.h"
+#include "tests/support/recordingsurface.h"
+
+#include <QStringList>
+
+#include <deque>
+
+namespace plotwell::test {
+
+// A file dialog that answers from a script: each show takes the next answer;
+// an empty answer (or none left) is a cancel.
+class ScriptedFileDialog : public FileDialog {
+public:
+    std::deque<QString> answers;
+    QStringList shownFolders; // initialFolder at each show
+    QStringList shownFilters;
+    int opens = 0;
+    int saves = 0;
+
+    bool showOpen() override { ++opens; return answer(); }
+    bool showSave() override { ++saves; return answer(); }
+
+private:
+    bool answer()
+    {
+        shownFolders << initialFolder;
+        shownFilters << filter;
+        if (answers.empty())
+            return false;
+        const QString next = answers.front();
+        answers.pop_front();
+        if (next.isEmpty())
+            return false;
+        fileName = next;
+        return true;
+    }
+};
+
+// Message boxes are recorded; prompts answer from a script (empty = cancel).
+class ScriptedDialogs : public Dialogs {
+public:
+    struct Shown {
+        QString text;
+        QString title;
+        QString defaultText;
+    };
+    std::vector<Shown> messages;
+    std::vector<Shown> prompts;
+    std::deque<QString> answers;
+
+    void message(const QString& text, const QString& title) override { messages.push_back({text, title, {}}); }
+    QString prompt(const QString& message, const QString& title, const QString& defaultText) override
+    {
+        prompts.push_back({message, title, defaultText});
+        if (answers.empty())
+            return {};
+        const QString next = answers.front();
+        answers.pop_front();
+        return next;
+    }
+};
+
+class CountingEventPump : public EventPump {
+public:
+    int calls = 0;
+    void processEvents() override { ++calls; }
+};
+
+class MemoryClipboard : public Clipboard {
+public:
+    QString text;
+    void setText(const QString& t) override { text = t; }
+};
+
+// An editor wired to fakes: nothing reaches the user's settings, clipboard or screen.
+struct FakeWorld {
+    RecordingSurface surface;
+    ScriptedFileDialog fileDialog;
+    ScriptedDialogs dialogs;
+    MemorySettingsStore settings;
+    CountingEventPump events;
+    MemoryClipboard clipboard;
+    Editor editor{Services{surface, fileDialog, dialogs, settings, events, clipboard}};
+};
+
+} // namespace plotwell::test
