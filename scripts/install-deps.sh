@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages Plotwell builds and tests with, only those missing.
 set -euo pipefail
-packages=(g++ cmake ninja-build qt6-base-dev libgl-dev libgtest-dev fonts-dejavu-core)
+packages=(g++ cmake ninja-build qt6-base-dev libgl-dev libgtest-dev fonts-dejavu-core fonts-liberation2)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -2,6 +2,7 @@
 
 #include "platform/services.h"
 #include "shell/editor.h"
+#include "tests/support/qtprinters.h"
 #include "tests/support/recordingsurface.h"
 
 #include <QStringList>

@@ -1,0 +1,18 @@
+#include "shell/renderloop.h"
+
+#include "render/displayoptions.h"
+#include "render/maprenderer.h"
+#include "shell/editor.h"
+
+namespace plotwell {
+
+void RenderLoop::tick(Editor& editor)
+{
+    // The flash step belongs after the events that followed the last frame.
+    if (m_drawnOnce)
+        advanceFlash(editor.display);
+    drawLines(editor, false);
+    m_drawnOnce = true;
+}
+
+} // namespace plotwell

@@ -1,0 +1,41 @@
+#include "shell/startup.h"
+
+#include "shell/editor.h"
+#include "view/viewcontrol.h"
+#include "view/zoom.h"
+
+namespace plotwell {
+
+QString windowCaption()
+{
+    return QStringLiteral("Plotwell v%1.%2.%3")
+        .arg(PLOTWELL_VERSION_MAJOR)
+        .arg(PLOTWELL_VERSION_MINOR)
+        .arg(PLOTWELL_VERSION_PATCH);
+}
+
+void startUp(Editor& editor)
+{
+    editor.tools.currentTool = Pointer; // its icon is shown raised
+    editor.underlay.underlayOn = true;
+    editor.display.heightRange = 100;
+    editor.view.currentScale = 1;
+    editor.view.offsetX = 1000;
+    editor.view.offsetY = 1000;
+    editor.palette.activeColor = kBlack;
+    editor.doc.activeLayer = 0; // set directly: the layer rows already show it
+    editor.display.showLabels = true;
+    editor.display.showLines = true;
+    editor.shell.wheelHooked = true;
+    // The window caption is windowCaption(), set by the window.
+    reapplyZoomScale(editor);
+    resetView(editor);
+}
+
+void finishStartUp(Editor& editor)
+{
+    editor.display.flashLevel = 255;
+    editor.display.flashRising = false;
+}
+
+} // namespace plotwell

@@ -1,0 +1,121 @@
+#pragma once
+
+#include "platform/qimagesurface.h"
+#include "platform/qtservices.h"
+#include "platform/settingsstore.h"
+#include "platform/widgets/qtdialogs.h"
+#include "shell/editor.h"
+#include "shell/renderloop.h"
+
+#include <QMainWindow>
+#include <QTimer>
+
+#include <array>
+
+class QCheckBox;
+class QFrame;
+class QGroupBox;
+class QLabel;
+class QSlider;
+class QPushButton;
+
+namespace plotwell {
+
+class ClickLabel;
+class MapArea;
+
+// The controls of the main window that show the editor's state.
+struct Controls {
+    MapArea* map = nullptr;
+    QGroupBox* frmTools = nullptr;
+    QGroupBox* frmStuff = nullptr;
+    std::array<ClickLabel*, kToolCount> imgTool{};
+    ClickLabel* lblScale = nullptr;
+    QFrame* lnScale = nullptr;
+    ClickLabel* imgAutoSize = nullptr;
+
+    QLabel* lblActiveColor = nullptr;
+    std::array<ClickLabel*, kPresetCount> lblColor{};
+    std::array<ClickLabel*, 3> sldColor{};
+    ClickLabel* lblBkgColor = nullptr;
+    std::array<QPushButton*, 3> cmdBkg{};
+    QCheckBox* chkAspect = nullptr;
+    QCheckBox* chkInvert = nullptr;
+
+    QCheckBox* chkLabels = nullptr;
+    QCheckBox* chkLines = nullptr;
+    QCheckBox* chkFlash = nullptr;
+    std::array<QCheckBox*, kLayerCount> chkLayer{};
+    std::array<ClickLabel*, kLayerCount> lbActiveLayer{};
+
+    QCheckBox* chkHeight = nullptr;
+    QCheckBox* chkStereo = nullptr;
+    QSlider* sldStereo = nullptr;
+    QSlider* sldStereoZ = nullptr;
+    QSlider* sldBrightness = nullptr;
+
+    QLabel* lblX = nullptr;
+    QLabel* lblY = nullptr;
+    QLabel* lblZ = nullptr;
+    QLabel* lblLoc = nullptr;
+};
+
+// frmMain: the window. It builds the controls where the layout puts them,
+// forwards their events to the editor's handlers and shows the editor's
+// state; it has no logic of its own.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    MainWindow();
+
+    Editor& editor() { return m_editor; }
+    const Controls& controls() const { return m_controls; }
+    const QImage& mapImage() const { return m_surface.image(); }
+    // The window's outer size in twips, as the layout rule takes it.
+    QSizeF outerSizeTwips() const;
+
+    // One frame of the render loop, then the controls brought up to date.
+    void frameTick();
+    // Brings every control up to date with the editor's state.
+    void syncControls();
+    // One tick of the shutdown timer.
+    void endTimerTick();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void buildMenus();
+    void buildToolFrame();
+    void buildOptionsFrame();
+    void buildPaletteBlock(QWidget* frame);
+    void buildBackgroundGroup(QWidget* frame);
+    void buildShowBox(QWidget* frame);
+    void buildHeightBox(QWidget* frame);
+    void buildReadout(QWidget* frame);
+    void applyLayout();
+    void requestClose();
+    // Runs a handler, then shows its effects.
+    template<typename F>
+    void handle(F&& handler)
+    {
+        handler();
+        syncControls();
+    }
+
+    QImageSurface m_surface;
+    QtFileDialog m_fileDialog{this};
+    QtDialogs m_dialogs{this};
+    QtSettingsStore m_settings;
+    QtEventPump m_events;
+    QtClipboard m_clipboard;
+    Editor m_editor;
+    RenderLoop m_loop;
+    QTimer m_frameClock;
+    QTimer m_endTimer;
+    Controls m_controls;
+};
+
+} // namespace plotwell

@@ -1,0 +1,37 @@
+#include "document/layercontrols.h"
+#include "document/maploading.h"
+#include "document/mapsaving.h"
+#include "shell/widgets/mainwindow.h"
+
+#include <QMenuBar>
+
+namespace plotwell {
+
+void MainWindow::buildMenus()
+{
+    QMenu* file = menuBar()->addMenu(QStringLiteral("File"));
+    QMenu* open = file->addMenu(QStringLiteral("Open EQ Map File"));
+    const char* layerCaptions[kLayerCount] = {"As Base Layer", "As Layer 1", "As Layer 2", "As Layer 3"};
+    for (int n = 0; n < kLayerCount; ++n) {
+        open->addAction(QString::fromLatin1(layerCaptions[n]), this,
+                        [this, n] { handle([&] { loadLayerFromMenu(m_editor, std::int16_t(n)); }); });
+    }
+    file->addAction(QStringLiteral("Open Underlay Image"));
+    file->addSeparator();
+    file->addAction(QStringLiteral("Close all layers"), this, [this] { handle([&] { closeAllLayers(m_editor); }); });
+    file->addAction(QStringLiteral("Close Underlay Image"));
+    file->addSeparator();
+    file->addAction(QStringLiteral("Save all layers"), this, [this] { handle([&] { saveAllLayers(m_editor); }); });
+    file->addSeparator();
+    file->addAction(QStringLiteral("Exit"), this, [this] { requestClose(); });
+
+    QMenu* tools = menuBar()->addMenu(QStringLiteral("Tools"));
+    tools->addAction(QStringLiteral("Plot Intersection"));
+    tools->addAction(QStringLiteral("Find Label by Keyword"));
+
+    QMenu* help = menuBar()->addMenu(QStringLiteral("Help"));
+    help->addAction(QStringLiteral("Readme"));
+    help->addAction(QStringLiteral("About"));
+}
+
+} // namespace plotwell

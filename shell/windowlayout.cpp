@@ -1,0 +1,20 @@
+#include "shell/windowlayout.h"
+
+#include "shell/editor.h"
+
+namespace plotwell {
+
+void layoutWindow(Editor& editor, float outerWidth, float outerHeight)
+{
+    const float mapHeight = outerHeight - 930;
+    if (mapHeight >= 0)
+        editor.map.height = mapHeight;
+    editor.shell.stuffLeft = outerWidth - 4095;
+    editor.shell.toolsLeft = editor.shell.stuffLeft;
+    const float mapWidth = editor.shell.stuffLeft - 120;
+    if (mapWidth >= 0)
+        editor.map.width = mapWidth;
+    editor.services.surface.resize(editor.map.width, editor.map.height);
+}
+
+} // namespace plotwell

@@ -1,0 +1,149 @@
+#include "shell/widgets/controls.h"
+#include "shell/widgets/maparea.h"
+#include "shell/widgets/mainwindow.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QCoreApplication>
+#include <QDropEvent>
+#include <QGroupBox>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QTemporaryDir>
+#include <QUrl>
+
+#include "tests/support/qtprinters.h"
+
+#include <gtest/gtest.h>
+
+using namespace plotwell;
+
+namespace {
+
+QStringList captions(const QList<QAction*>& actions)
+{
+    QStringList out;
+    for (QAction* a : actions)
+        out << (a->isSeparator() ? QStringLiteral("-") : a->text());
+    return out;
+}
+
+} // namespace
+
+TEST(MainWindow, StartsWithItsCaptionAndControls)
+{
+    MainWindow window;
+    window.show();
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("Plotwell v2.2.0"));
+    const Controls& c = window.controls();
+    EXPECT_EQ(c.frmTools->title(), QStringLiteral("Tools"));
+    EXPECT_EQ(c.lblScale->text(), QStringLiteral("Scale: 1"));
+    EXPECT_EQ(c.chkLayer[0]->text(), QStringLiteral("Base Layer"));
+    EXPECT_EQ(c.chkLayer[3]->text(), QStringLiteral("Layer 3"));
+    EXPECT_TRUE(c.chkLayer[0]->isChecked());
+    EXPECT_FALSE(c.chkLayer[1]->isChecked());
+    EXPECT_EQ(c.lbActiveLayer[0]->palette().color(QPalette::Window), QColor(255, 0, 0));
+    EXPECT_EQ(c.lbActiveLayer[2]->palette().color(QPalette::Window), QColor(255, 255, 255));
+    EXPECT_EQ(c.imgTool[0]->frameStyle(), QFrame::Panel | QFrame::Raised);
+    EXPECT_EQ(c.imgTool[1]->frameStyle(), QFrame::Box | QFrame::Plain);
+    EXPECT_EQ(c.chkHeight->toolTip(), QStringLiteral("Right click to set Z axis tollerance"));
+    EXPECT_EQ(c.lblLoc->text(), QStringLiteral("Loc: "));
+}
+
+TEST(MainWindow, MenuTreeInOrder)
+{
+    MainWindow window;
+    QMenuBar* bar = window.menuBar();
+    EXPECT_EQ(captions(bar->actions()), (QStringList{"File", "Tools", "Help"}));
+    QMenu* file = bar->actions().at(0)->menu();
+    EXPECT_EQ(captions(file->actions()),
+              (QStringList{"Open EQ Map File", "Open Underlay Image", "-", "Close all layers", "Close Underlay Image",
+                           "-", "Save all layers", "-", "Exit"}));
+    EXPECT_EQ(captions(file->actions().at(0)->menu()->actions()),
+              (QStringList{"As Base Layer", "As Layer 1", "As Layer 2", "As Layer 3"}));
+    EXPECT_EQ(captions(bar->actions().at(1)->menu()->actions()),
+              (QStringList{"Plot Intersection", "Find Label by Keyword"}));
+    EXPECT_EQ(captions(bar->actions().at(2)->menu()->actions()), (QStringList{"Readme", "About"}));
+}
+
+TEST(MainWindow, PanelsFitAtTheDefaultSizeAndFollowAResize)
+{
+    MainWindow window;
+    window.show();
+    const Controls& c = window.controls();
+    QWidget* client = window.centralWidget();
+    // Nothing of the map or the panels is cut off at the default size.
+    EXPECT_LE(c.frmStuff->geometry().right(), client->width());
+    EXPECT_LE(c.frmStuff->geometry().bottom(), client->height());
+    EXPECT_LE(c.map->geometry().bottom(), client->height());
+    EXPECT_LT(c.map->geometry().right(), c.frmStuff->x());
+
+    window.resize(1200, 800);
+    QCoreApplication::processEvents();
+    const QSizeF outer = window.outerSizeTwips();
+    EXPECT_EQ(c.frmStuff->x(), qRound((outer.width() - 4095) / 15));
+    EXPECT_EQ(c.frmTools->x(), c.frmStuff->x());
+    EXPECT_EQ(c.map->width(), qRound((outer.width() - 4095 - 120) / 15));
+    EXPECT_EQ(c.map->height(), qRound((outer.height() - 930) / 15));
+    EXPECT_EQ(window.mapImage().size(), c.map->size());
+
+    // Far too narrow for the panels: the window keeps running.
+    window.resize(120, 60);
+    QCoreApplication::processEvents();
+    window.frameTick();
+    EXPECT_LT(c.frmStuff->x(), 0);
+}
+
+TEST(MainWindow, CloseWaitsForTwoTicks)
+{
+    MainWindow window;
+    window.show();
+    EXPECT_FALSE(window.close()); // refused: the shutdown timer starts instead
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_TRUE(window.editor().shell.endTimerEnabled);
+    window.endTimerTick();
+    EXPECT_FALSE(window.editor().shell.ended);
+    window.endTimerTick();
+    EXPECT_TRUE(window.editor().shell.ended);
+}
+
+TEST(MainWindow, DroppedFileLoadsIntoTheBaseLayerAndShows)
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("zone.txt"));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("L -300, -200, 0,  300, 200, 0,  255, 0, 0\n"
+               "P 200, -150, 0,  0, 0, 255,  2,  Camp Fire\n");
+    file.close();
+
+    MainWindow window;
+    window.show();
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(path)});
+    // A drop reaches the widget the drag entered.
+    QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(window.controls().map, &enter);
+    ASSERT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(window.controls().map, &drop);
+
+    EXPECT_EQ(window.editor().doc.lineCount(), 1u);
+    EXPECT_EQ(window.editor().doc.labelCount(), 1u);
+    EXPECT_EQ(window.controls().chkLayer[0]->text(), QStringLiteral("zone.txt"));
+    // The base layer is fitted: the scale caption no longer reads 1.
+    EXPECT_NE(window.controls().lblScale->text(), QStringLiteral("Scale: 1"));
+
+    window.frameTick();
+    const QImage frame = window.mapImage();
+    // The red line crosses the centre of the map.
+    const QPoint centre(frame.width() / 2, frame.height() / 2);
+    bool red = false;
+    for (int dy = -3; dy <= 3; ++dy)
+        for (int dx = -3; dx <= 3; ++dx)
+            red = red || frame.pixelColor(centre + QPoint(dx, dy)) == QColor(255, 0, 0);
+    EXPECT_TRUE(red);
+    const QByteArray shots = qgetenv("PLOTWELL_SHOT_DIR");
+    if (!shots.isEmpty())
+        window.grab().save(QString::fromLocal8Bit(shots) + QStringLiteral("/mainwindow.png"));
+}
