@@ -223,6 +223,8 @@ void MainWindow::buildReadout(QWidget* frame)
     for (QLabel* l : {c.lblX, c.lblY, c.lblZ})
         setBackground(l, readoutBack);
     c.lblLoc = borderedLabel(frame, twipRect(180, 5040, 3495, 255), QStringLiteral("Loc: "));
+    c.lblLoc->setAutoFillBackground(true);
+    c.lblLoc->setBackgroundRole(QPalette::Base);
 }
 
 } // namespace plotwell
