@@ -1,0 +1,197 @@
+#include "document/mapwriter.h"
+
+#include "document/numbertext.h"
+
+#include <QIODevice>
+#include <QSaveFile>
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <functional>
+#include <memory>
+#include <string_view>
+
+namespace plotwell {
+namespace {
+
+// Records are formatted into one large block that goes to the file in a
+// single write: a million lines would otherwise mean millions of small writes.
+constexpr std::size_t kBlock = std::size_t(1) << 22;
+
+// The most one record can take apart from a label's text: the prefix, six
+// coordinates, three colours, a size, the commas and the line end.
+constexpr std::size_t kMaxRecordFields = 2 + 6 * (kMaxSingleText + 1) + 3 * 4 + 7 + 2;
+
+class BlockWriter {
+public:
+    // Takes each full block; false when it could not be written.
+    using Sink = std::function<bool(const char*, std::size_t)>;
+
+    explicit BlockWriter(Sink sink) : m_data(std::make_unique<char[]>(kBlock)), m_sink(std::move(sink)) {}
+
+    bool failed() const { return m_failed; }
+    std::size_t bytes() const { return m_bytes; }
+
+    // Space for at least n bytes (n at most kBlock); give the end to advance().
+    char* room(std::size_t n)
+    {
+        if (kBlock - m_used < n)
+            flush();
+        return m_data.get() + m_used;
+    }
+    void advance(const char* end) { m_used = std::size_t(end - m_data.get()); }
+
+    // Any amount of text, however long.
+    void put(std::string_view text)
+    {
+        while (!text.empty()) {
+            if (m_used == kBlock)
+                flush();
+            const std::size_t n = std::min(text.size(), kBlock - m_used);
+            std::memcpy(m_data.get() + m_used, text.data(), n);
+            m_used += n;
+            text.remove_prefix(n);
+        }
+    }
+
+    void flush()
+    {
+        // After a failed write the rest is dropped: the file is discarded anyway.
+        if (!m_failed && m_used > 0) {
+            m_failed = !m_sink(m_data.get(), m_used);
+            if (!m_failed)
+                m_bytes += m_used;
+        }
+        m_used = 0;
+    }
+
+private:
+    std::unique_ptr<char[]> m_data;
+    std::size_t m_used = 0;
+    std::size_t m_bytes = 0;
+    bool m_failed = false;
+    Sink m_sink;
+};
+
+char* putWhole(char* out, int value) { return std::to_chars(out, out + 8, value).ptr; }
+
+char* putPoint(char* out, const MapPoint& p)
+{
+    out = writeSingle(out, p.x);
+    *out++ = ',';
+    out = writeSingle(out, p.y);
+    *out++ = ',';
+    out = writeSingle(out, p.z);
+    *out++ = ',';
+    return out;
+}
+
+char* putColour(char* out, std::uint8_t r, std::uint8_t g, std::uint8_t b)
+{
+    out = putWhole(out, r);
+    *out++ = ',';
+    out = putWhole(out, g);
+    *out++ = ',';
+    return putWhole(out, b);
+}
+
+char* putLineEnd(char* out)
+{
+    *out++ = '\r';
+    *out++ = '\n';
+    return out;
+}
+
+void writeLine(BlockWriter& w, const MapLine& line)
+{
+    char* out = w.room(kMaxRecordFields);
+    *out++ = 'L';
+    *out++ = ' ';
+    out = putPoint(out, line.p1);
+    out = putPoint(out, line.p2);
+    out = putColour(out, line.r, line.g, line.b);
+    w.advance(putLineEnd(out));
+}
+
+void writeLabel(BlockWriter& w, const MapLabel& label)
+{
+    char* out = w.room(kMaxRecordFields);
+    *out++ = 'P';
+    *out++ = ' ';
+    out = putPoint(out, label.pos);
+    out = putColour(out, label.r, label.g, label.b);
+    *out++ = ',';
+    out = putWhole(out, label.size);
+    *out++ = ',';
+    w.advance(out);
+    w.put(label.text);
+    w.advance(putLineEnd(w.room(2)));
+}
+
+// All L records of the layer, then all its P records, each in document order.
+void writeLayer(BlockWriter& w, const MapDocument& doc, std::int16_t layer)
+{
+    for (const MapLine& line : doc.lines()) {
+        if (line.layer == layer)
+            writeLine(w, line);
+        if (w.failed())
+            return;
+    }
+    for (const MapLabel& label : doc.labels()) {
+        if (label.layer == layer)
+            writeLabel(w, label);
+        if (w.failed())
+            return;
+    }
+    w.flush();
+}
+
+} // namespace
+
+std::string formatLayer(const MapDocument& doc, std::int16_t layer)
+{
+    std::string text;
+    BlockWriter w([&text](const char* data, std::size_t n) {
+        text.append(data, n);
+        return true;
+    });
+    writeLayer(w, doc, layer);
+    return text;
+}
+
+WriteResult writeLayerRecords(QIODevice& device, const MapDocument& doc, std::int16_t layer)
+{
+    BlockWriter w([&device](const char* data, std::size_t n) { return device.write(data, qint64(n)) == qint64(n); });
+    writeLayer(w, doc, layer);
+    WriteResult result;
+    result.bytes = w.bytes();
+    if (w.failed()) {
+        result.error = device.errorString();
+        if (result.error.isEmpty())
+            result.error = QStringLiteral("the data could not be written");
+    }
+    return result;
+}
+
+WriteResult writeLayerFile(const QString& path, const MapDocument& doc, std::int16_t layer)
+{
+    QSaveFile file(path);
+    // Written in blocks of its own, so Qt's small write buffer would only add a copy.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
+        WriteResult result;
+        result.error = file.errorString();
+        return result;
+    }
+    WriteResult result = writeLayerRecords(file, doc, layer);
+    if (!result.ok()) {
+        file.cancelWriting(); // the old file stays as it was
+        return result;
+    }
+    // Only now does the new file take the old one's place.
+    if (!file.commit())
+        result.error = file.errorString();
+    return result;
+}
+
+} // namespace plotwell
