@@ -1,0 +1,116 @@
+#include "document/layercontrols.h"
+#include "document/mapsaving.h"
+#include "tests/support/fakes.h"
+#include "view/viewcontrol.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace plotwell;
+using namespace plotwell::test;
+
+namespace {
+
+class LayerControlsTest : public ::testing::Test {
+protected:
+    FakeWorld world;
+    Editor& editor = world.editor;
+    int focusCalls = 0;
+
+    void SetUp() override
+    {
+        editor.focusMap = [this] { ++focusCalls; };
+    }
+
+    std::array<ColorRGB, kLayerCount> markers() const
+    {
+        return {markerColor(editor, 0), markerColor(editor, 1), markerColor(editor, 2), markerColor(editor, 3)};
+    }
+};
+
+} // namespace
+
+TEST_F(LayerControlsTest, ClickingTheMarkerOfAHiddenLayerShowsAndActivatesIt)
+{
+    ASSERT_FALSE(editor.layers.checked[2]);
+    const int frames = world.surface.frames();
+
+    activeMarkerClicked(editor, 2);
+
+    EXPECT_EQ(editor.doc.activeLayer, 2);
+    EXPECT_TRUE(editor.layers.checked[2]);
+    EXPECT_EQ(markers(), (std::array<ColorRGB, kLayerCount>{kWhite, kWhite, kRed, kWhite}));
+    EXPECT_EQ(world.surface.frames(), frames + 2); // once for the box, once for the layer
+    EXPECT_EQ(focusCalls, 1);
+}
+
+TEST_F(LayerControlsTest, SettingTheActiveLayerAgainStillRedraws)
+{
+    const int frames = world.surface.frames();
+    setActiveLayer(editor, 0);
+    EXPECT_EQ(world.surface.frames(), frames + 1);
+    EXPECT_EQ(markers(), (std::array<ColorRGB, kLayerCount>{kRed, kWhite, kWhite, kWhite}));
+    EXPECT_EQ(focusCalls, 0); // the box was already checked
+}
+
+TEST_F(LayerControlsTest, UncheckingTheActiveLayerHidesItButKeepsItActive)
+{
+    activeMarkerClicked(editor, 1);
+    const int frames = world.surface.frames();
+    focusCalls = 0;
+
+    editor.layers.checked[1] = false; // the user's click has changed the box
+    layerCheckClicked(editor, 1);
+
+    EXPECT_EQ(world.surface.frames(), frames + 1);
+    EXPECT_EQ(focusCalls, 1);
+    EXPECT_EQ(editor.doc.activeLayer, 1);
+    EXPECT_EQ(markerColor(editor, 1), kRed);
+    std::int16_t layer = 0; // a drawn record goes to the active layer
+    ASSERT_FALSE(editor.doc.addLine("0,0,0,1,1,0,0,0,0", layer, 1));
+    EXPECT_EQ(editor.doc.lines().back().layer, 1);
+    EXPECT_FALSE(editor.layers.checked[1]);
+}
+
+TEST_F(LayerControlsTest, CloseAllLayersStartsAfreshAndLeavesNothingToSave)
+{
+    QTemporaryDir dir;
+    for (std::int16_t n = 0; n < kLayerCount; ++n) {
+        editor.doc.layerFile[n] = QDir::toNativeSeparators(dir.filePath(QStringLiteral("layer%1.txt").arg(n)));
+        editor.layers.captions[n] = QStringLiteral("layer%1.txt").arg(n);
+        std::int16_t layer = n;
+        ASSERT_FALSE(editor.doc.addLine("1,2,3,4,5,6,7,8,9", layer, 1));
+        ASSERT_FALSE(editor.doc.addLabel("1,2,3,4,5,6,7,x", layer, 1));
+    }
+    editor.layers.checked = {false, true, false, true};
+    setActiveLayer(editor, 3);
+    setCurrentScale(editor, 4);
+    adjustOffset(editor, 150, -300);
+    editor.view.currentZ = 25;
+
+    closeAllLayers(editor);
+
+    EXPECT_EQ(editor.layers.captions,
+              (std::array<QString, kLayerCount>{QStringLiteral("Base Layer"), QStringLiteral("Layer 1"),
+                                                QStringLiteral("Layer 2"), QStringLiteral("Layer 3")}));
+    for (const QString& file : editor.doc.layerFile)
+        EXPECT_TRUE(file.isEmpty());
+    EXPECT_EQ(editor.doc.lineCount(), 0u);
+    EXPECT_EQ(editor.doc.labelCount(), 0u);
+    EXPECT_EQ(editor.doc.activeLayer, 0);
+    EXPECT_EQ(markers(), (std::array<ColorRGB, kLayerCount>{kRed, kWhite, kWhite, kWhite}));
+    // The base layer is shown again; the others keep their visibility.
+    EXPECT_EQ(editor.layers.checked, (std::array<bool, kLayerCount>{true, true, false, true}));
+    EXPECT_EQ(editor.view.currentScale, 1.f);
+    EXPECT_EQ(editor.zoom.caption, QStringLiteral("Scale: 1"));
+    EXPECT_EQ(editor.view.offsetX, 0.f);
+    EXPECT_EQ(editor.view.offsetY, 0.f);
+    EXPECT_EQ(editor.view.currentZ, 25.f);
+
+    saveAllLayers(editor);
+    EXPECT_TRUE(world.dialogs.messages.empty());
+    EXPECT_EQ(world.fileDialog.saves, 0);
+    EXPECT_TRUE(QDir(dir.path()).entryList(QDir::Files).isEmpty());
+}
