@@ -1,1 +1,74 @@
-int main() { return 0; }
+#include "cli/mapcommands.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+
+using namespace plotwell::cli;
+
+namespace {
+
+const char kUsageText[] =
+    "usage: plotwell-map check FILE...\n"
+    "       plotwell-map normalize IN OUT\n"
+    "       plotwell-map --help\n";
+
+const char kHelpText[] =
+    "plotwell-map reads and writes EverQuest map files with the same code as the\n"
+    "Plotwell editor.\n"
+    "\n"
+    "  plotwell-map check FILE...\n"
+    "      Reads each file as the editor loads a layer and prints one line per file:\n"
+    "        FILE: N lines, M labels\n"
+    "      followed by \", stopped at line K: REASON\" when the read stopped at a\n"
+    "      record it could not convert (the editor keeps the records before it and\n"
+    "      drops the rest). A file that cannot be opened gets a line saying so.\n"
+    "      Exit status 1 when any file stopped early or could not be opened, else 0.\n"
+    "\n"
+    "  plotwell-map normalize IN OUT\n"
+    "      Reads IN as one layer, exactly as the editor would, and writes OUT exactly\n"
+    "      as \"Save all layers\" writes that layer: all L records, then all P\n"
+    "      records, fields joined by \",\", coordinates with at most 7 significant\n"
+    "      digits, CR LF line ends. OUT is replaced only once it is completely\n"
+    "      written. When IN stops early at a record it cannot convert, the records\n"
+    "      read before it are written (as the editor would save them), the stop is\n"
+    "      reported on stderr and the exit status is 1; if OUT is IN itself it is\n"
+    "      then left untouched, so the unread lines are not lost.\n"
+    "      Exit status 1 when IN cannot be opened, stops early, or OUT cannot be\n"
+    "      written (the reason goes to stderr), else 0.\n"
+    "\n"
+    "Bad arguments print the usage on stderr and exit with status 2.\n";
+
+int usageError(const char* problem)
+{
+    std::fprintf(stderr, "plotwell-map: %s\n%s", problem, kUsageText);
+    return kUsage;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    QStringList args = QCoreApplication::arguments();
+    args.removeFirst();
+    if (args.isEmpty())
+        return usageError("no command given");
+
+    const QString command = args.takeFirst();
+    if (command == QLatin1String("--help") || command == QLatin1String("-h")) {
+        std::fputs(kHelpText, stdout);
+        return kOk;
+    }
+    if (command == QLatin1String("check")) {
+        if (args.isEmpty())
+            return usageError("check needs at least one file");
+        return checkFiles(args, stdout);
+    }
+    if (command == QLatin1String("normalize")) {
+        if (args.size() != 2)
+            return usageError("normalize needs exactly two files, IN and OUT");
+        return normalizeFile(args.at(0), args.at(1), stderr);
+    }
+    return usageError("unknown command");
+}
