@@ -1,0 +1,50 @@
+#pragma once
+
+#include "document/colorrgb.h"
+#include "shell/editor.h"
+#include "tests/support/recordingsurface.h"
+
+#include <cstdio>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace plotwell::test {
+
+// Appends a line record through the document's own record text.
+inline MapLine& addTestLine(Editor& editor, float x1, float y1, float z1, float x2, float y2, float z2,
+                            ColorRGB colour, std::int16_t layer = 0)
+{
+    char text[256];
+    std::snprintf(text, sizeof text, "%.9g,%.9g,%.9g,%.9g,%.9g,%.9g,%d,%d,%d", double(x1), double(y1), double(z1),
+                  double(x2), double(y2), double(z2), colour.r, colour.g, colour.b);
+    const auto error = editor.doc.addLine(text, layer, editor.view.currentScale);
+    if (error)
+        throw std::runtime_error(*error);
+    return editor.doc.lines().back();
+}
+
+inline MapLabel& addTestLabel(Editor& editor, float x, float y, float z, ColorRGB colour, const std::string& name,
+                              std::int16_t layer = 0, int size = 1)
+{
+    char text[256];
+    std::snprintf(text, sizeof text, "%.9g,%.9g,%.9g,%d,%d,%d,%d,%s", double(x), double(y), double(z), colour.r,
+                  colour.g, colour.b, size, name.c_str());
+    const auto error = editor.doc.addLabel(text, layer, editor.view.currentScale);
+    if (error)
+        throw std::runtime_error(*error);
+    return editor.doc.labels().back();
+}
+
+using Op = RecordingSurface::Op;
+
+// The operations of the recorded calls, in order.
+inline std::vector<Op> opsOf(const RecordingSurface& surface)
+{
+    std::vector<Op> ops;
+    for (const auto& call : surface.calls)
+        ops.push_back(call.op);
+    return ops;
+}
+
+} // namespace plotwell::test
