@@ -1,0 +1,91 @@
+#pragma once
+
+#include "platform/circlefootprints.h"
+#include "platform/drawingsurface.h"
+#include "platform/textcache.h"
+
+#include <QImage>
+#include <QLineF>
+#include <QPainter>
+#include <QPen>
+
+#include <functional>
+#include <vector>
+
+namespace plotwell {
+
+// The drawing surface as an off-screen image that keeps everything drawn on
+// it. It draws with QPainter at 96 dots per inch (15 twips to a pixel), with
+// antialiasing off, so that a frame looks the same on every machine.
+//
+// Consecutive lines of one pen are handed to QPainter together, the pixels of
+// small circles are remembered (CircleFootprints), and what lies wholly
+// outside the image is skipped; none of this changes a pixel of the result.
+class QImageSurface : public DrawingSurface {
+public:
+    QImageSurface(float widthTwips = 6795, float heightTwips = 7155);
+    ~QImageSurface() override;
+
+    // The persistent image, with everything drawn so far.
+    const QImage& image() const;
+    // Called when a finished frame is presented, to show the image on screen.
+    std::function<void()> onRefresh;
+
+    float width() const override { return m_widthTwips; }
+    float height() const override { return m_heightTwips; }
+    void resize(float widthTwips, float heightTwips) override;
+
+    ColorRGB backColor() const override { return m_back; }
+    void setBackColor(ColorRGB colour) override { m_back = colour; }
+
+    void clear() override;
+    // 1 to 255 pixels; other widths are taken as the nearest of these.
+    void setPenWidth(int pixels) override { m_penWidth = pixels < 1 ? 1 : pixels > 255 ? 255 : pixels; }
+    void setPenColor(ColorRGB colour) override { m_pen = colour; }
+    void setFillColor(ColorRGB colour) override { m_fill = colour; }
+    void line(float x1, float y1, float x2, float y2) override;
+    void circle(float cx, float cy, float radius, ColorRGB outline) override;
+    void setTextPosition(float x, float y) override;
+    void setFont(float points, bool bold) override;
+    void print(std::string_view text) override;
+    void paintPicture(const QImage& picture, const QRectF& target, const QRectF& source, RasterOp op) override;
+    void refresh() override;
+
+private:
+    struct PainterPen {
+        ColorRGB colour;
+        int width = 0;
+        bool set = false;
+    };
+
+    QPainter& painter() const;
+    void usePen(ColorRGB colour, int width) const;
+    void flushLines() const;
+    void endPainting() const;
+    // True when a box of pixels lies wholly outside the image.
+    bool outside(float left, float top, float right, float bottom) const;
+
+    float m_widthTwips;
+    float m_heightTwips;
+    ColorRGB m_back = kWhite;
+    ColorRGB m_pen;
+    ColorRGB m_fill;
+    int m_penWidth = 1;
+    float m_textX = 0;
+    float m_textY = 0;
+    TextCache m_text;
+    CircleFootprints m_circles;
+
+    // Drawing to the image is deferred only as far as the pending lines;
+    // image() hands out a finished picture, so these change under const.
+    mutable QImage m_image;
+    mutable QPainter m_painter;
+    mutable PainterPen m_painterPen;
+    mutable const QFont* m_painterFont = nullptr; // the cache's font the painter holds
+    mutable QPen m_qpen;
+    mutable std::vector<QLineF> m_lines; // consecutive lines of one pen, not yet drawn
+    mutable ColorRGB m_linesColour;
+    mutable int m_linesWidth = 1;
+};
+
+} // namespace plotwell
