@@ -1,7 +1,201 @@
 #include "bench/benches.h"
+#include "bench/mapgen.h"
+#include "bench/nullservices.h"
+#include "document/ansitext.h"
+#include "document/mapreader.h"
+#include "platform/qimagesurface.h"
+#include "render/displayoptions.h"
+#include "render/labelfont.h"
+#include "render/maprenderer.h"
+#include "shell/editor.h"
+#include "view/viewcontrol.h"
+#include "view/zoom.h"
+
+#include <QBuffer>
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QStaticText>
+
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <limits>
+#include <map>
+#include <vector>
 
 namespace plotwell::bench {
+namespace {
 
-int runFrameBench(const QStringList&) { return 1; }
+constexpr int kFrames = 41;
+constexpr int kWarmUp = 3;
+
+double median(std::vector<double> ms)
+{
+    std::nth_element(ms.begin(), ms.begin() + std::ptrdiff_t(ms.size() / 2), ms.end());
+    return ms[ms.size() / 2];
+}
+
+// Median milliseconds of each of two frames, timed in turns so that both see
+// the same load on a machine shared with other work.
+std::pair<double, double> medianMsInTurns(const std::function<void()>& first, const std::function<void()>& second)
+{
+    for (int i = 0; i < kWarmUp; ++i) {
+        first();
+        second();
+    }
+    std::vector<double> a, b;
+    QElapsedTimer timer;
+    for (int i = 0; i < kFrames; ++i) {
+        timer.start();
+        first();
+        a.push_back(double(timer.nsecsElapsed()) / 1e6);
+        timer.start();
+        second();
+        b.push_back(double(timer.nsecsElapsed()) / 1e6);
+    }
+    return {median(a), median(b)};
+}
+
+// Puts the centre of the content's box at the centre of the surface at four
+// times the fitted scale.
+void zoomToCentre(Editor& editor)
+{
+    float minX = std::numeric_limits<float>::max(), maxX = -minX, minY = minX, maxY = -minX;
+    const auto take = [&](const MapPoint& p) {
+        minX = std::min(minX, p.x), maxX = std::max(maxX, p.x);
+        minY = std::min(minY, p.y), maxY = std::max(maxY, p.y);
+    };
+    for (const MapLine& line : editor.doc.lines())
+        take(line.p1), take(line.p2);
+    for (const MapLabel& label : editor.doc.labels())
+        take(label.pos);
+    setCurrentScale(editor, editor.view.currentScale * 4);
+    const float s = editor.view.currentScale;
+    editor.view.offsetX = editor.map.width / 2 - (minX + maxX) / 2 * s;
+    editor.view.offsetY = editor.map.height / 2 - (minY + maxY) / 2 * s;
+}
+
+// The least a frame of this geometry can cost with QPainter: every line of a
+// colour in one call whatever the record order, the labels laid out before
+// the clock starts, nothing outside the image touched.
+class FloorFrame {
+public:
+    FloorFrame(const Editor& editor, QSize size) : m_editor(editor), m_image(size, QImage::Format_RGB32)
+    {
+        m_image.setDotsPerMeterX(3780);
+        m_image.setDotsPerMeterY(3780);
+        const DisplayOptions& options = editor.display;
+        m_font = QGuiApplication::font();
+        m_font.setPointSizeF(double(labelFontPoints(editor.view.currentScale)));
+        m_font.setStyleStrategy(QFont::NoAntialias);
+        for (const MapLine& line : editor.doc.lines())
+            m_lineColours.push_back(invertIfNeeded(options, {line.r, line.g, line.b}, kWhite).value());
+        for (const MapLabel& label : editor.doc.labels()) {
+            m_labelColours.push_back(QColor(invertIfNeeded(options, {label.r, label.g, label.b}, kWhite).value()));
+            QStaticText text(fromAnsi(label.text));
+            text.setTextFormat(Qt::PlainText);
+            text.prepare(QTransform(), QFont(m_font, &m_image));
+            m_texts.push_back(text);
+        }
+    }
+
+    void draw()
+    {
+        const float w = float(m_image.width()), h = float(m_image.height());
+        const float ox = m_editor.view.offsetX, oy = m_editor.view.offsetY;
+        m_image.fill(Qt::white);
+        for (auto& bucket : m_buckets)
+            bucket.second.clear();
+        const auto& lines = m_editor.doc.lines();
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            const MapLine& l = lines[i];
+            const float x1 = (l.p1.sx + ox) / 15, y1 = (l.p1.sy + oy) / 15;
+            const float x2 = (l.p2.sx + ox) / 15, y2 = (l.p2.sy + oy) / 15;
+            if (std::max(x1, x2) < -4 || std::max(y1, y2) < -4 || std::min(x1, x2) > w + 4 || std::min(y1, y2) > h + 4)
+                continue;
+            m_buckets[m_lineColours[i]].emplace_back(x1, y1, x2, y2);
+        }
+        QPainter p(&m_image);
+        p.setRenderHint(QPainter::Antialiasing, false);
+        for (const auto& [colour, batch] : m_buckets) {
+            if (batch.empty())
+                continue;
+            p.setPen(QPen(QColor(ColorRGB::fromValue(colour).r, ColorRGB::fromValue(colour).g,
+                                 ColorRGB::fromValue(colour).b), 2));
+            p.drawLines(batch.data(), int(batch.size()));
+        }
+        p.setFont(m_font);
+        p.setBrush(Qt::black);
+        const QPen marker(Qt::black, 2);
+        const float r = m_editor.view.currentScale / 15;
+        const auto& labels = m_editor.doc.labels();
+        for (std::size_t i = 0; i < labels.size(); ++i) {
+            const float x = (labels[i].pos.sx + ox) / 15, y = (labels[i].pos.sy + oy) / 15;
+            if (x > w || y > h || x + float(m_texts[i].size().width()) < -4 || y + 30 < 0)
+                continue;
+            p.setPen(marker);
+            p.drawEllipse(QPointF(x, y), r, r);
+            p.setPen(m_labelColours[i]);
+            p.drawStaticText(QPointF(x, y), m_texts[i]);
+        }
+    }
+
+private:
+    const Editor& m_editor;
+    QImage m_image;
+    QFont m_font;
+    std::vector<std::uint32_t> m_lineColours;
+    std::vector<QColor> m_labelColours;
+    std::vector<QStaticText> m_texts;
+    std::map<std::uint32_t, std::vector<QLineF>> m_buckets;
+};
+
+} // namespace
+
+int runFrameBench(const QStringList& args)
+{
+    const auto lineCount = std::size_t(std::max(0LL, argValue(args, QStringLiteral("--lines"), 10000)));
+    const auto labelCount = std::size_t(std::max(0LL, argValue(args, QStringLiteral("--labels"), 500)));
+    const QString sizeText = argText(args, QStringLiteral("--size"), QStringLiteral("1920x1080"));
+    const QString view = argText(args, QStringLiteral("--view"), QStringLiteral("fit"));
+    const QStringList parts = sizeText.split(QLatin1Char('x'));
+    const int width = parts.size() == 2 ? parts[0].toInt() : 0;
+    const int height = parts.size() == 2 ? parts[1].toInt() : 0;
+    if (width <= 0 || height <= 0 || (view != QLatin1String("fit") && view != QLatin1String("zoom4"))) {
+        std::fprintf(stderr, "frame: --size WxH with positive sizes, --view fit or zoom4\n");
+        return 2;
+    }
+
+    QImageSurface surface(float(width) * 15, float(height) * 15);
+    NullFileDialog fileDialog;
+    NullDialogs dialogs;
+    MemorySettingsStore settings;
+    NullEventPump events;
+    NullClipboard clipboard;
+    Editor editor(Services{surface, fileDialog, dialogs, settings, events, clipboard});
+    editor.map.width = surface.width();
+    editor.map.height = surface.height();
+
+    QByteArray text = QByteArray::fromStdString(generateMapText(lineCount, labelCount));
+    QBuffer buffer(&text);
+    buffer.open(QIODevice::ReadOnly);
+    readMapRecords(buffer, editor.doc, 0, editor.view.currentScale);
+    fitContentToScreen(editor);
+    if (view == QLatin1String("zoom4"))
+        zoomToCentre(editor);
+
+    FloorFrame floor(editor, surface.image().size());
+    const auto [frameMs, floorMs] = medianMsInTurns([&] { drawLines(editor, false); }, [&] { floor.draw(); });
+
+    std::printf("lines: %zu\nlabels: %zu\nsize: %dx%d\nview: %s\n", editor.doc.lineCount(), editor.doc.labelCount(),
+                width, height, qPrintable(view));
+    std::printf("scale: %g\nframe_ms: %.2f\nfloor_ms: %.2f\nratio: %.2f\n", double(editor.view.currentScale), frameMs,
+                floorMs, floorMs > 0 ? frameMs / floorMs : 0.0);
+    const QString save = argText(args, QStringLiteral("--png"), QString());
+    if (!save.isEmpty())
+        surface.image().save(save);
+    return 0;
+}
 
 } // namespace plotwell::bench
