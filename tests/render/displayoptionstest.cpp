@@ -19,32 +19,6 @@ TEST(DisplayOptions, ClampIntRaisesThenLowers)
         EXPECT_EQ(clampInt(c.value, c.low, c.high), c.result) << c.value;
 }
 
-TEST(DisplayOptions, InversionComparesTheWholeColourWithTheBackground)
-{
-    DisplayOptions options;
-    EXPECT_EQ(invertIfNeeded(options, kWhite, kWhite), kBlack);
-    EXPECT_EQ(invertIfNeeded(options, {255, 255, 254}, kWhite), (ColorRGB{255, 255, 254}));
-    EXPECT_EQ(invertIfNeeded(options, {12, 34, 56}, {12, 34, 56}), (ColorRGB{243, 221, 199}));
-    EXPECT_EQ(invertIfNeeded(options, kWhite, kBlack), kWhite);
-    options.invertChecked = false;
-    EXPECT_EQ(invertIfNeeded(options, kWhite, kWhite), kWhite);
-}
-
-TEST(DisplayOptions, FlashColourIsRedAtTheLevelOrCyanForRed)
-{
-    DisplayOptions options;
-    for (const std::int16_t level : {255, 191, 1, 0}) {
-        options.flashLevel = level;
-        EXPECT_EQ(flashColor(options, {0, 255, 0}), (ColorRGB{std::uint8_t(level), 0, 0}));
-        EXPECT_EQ(flashColor(options, {254, 0, 0}), (ColorRGB{std::uint8_t(level), 0, 0}));
-        EXPECT_EQ(flashColor(options, kRed), (ColorRGB{0, 255, 255}));
-    }
-    options.flashChecked = false;
-    options.flashLevel = 63;
-    EXPECT_EQ(flashColor(options, {0, 255, 0}), kRed);
-    EXPECT_EQ(flashColor(options, kRed), (ColorRGB{0, 255, 255}));
-}
-
 TEST(DisplayOptions, FlashFallsThenRisesInACycleOfEight)
 {
     DisplayOptions options;

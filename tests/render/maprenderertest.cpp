@@ -1,6 +1,5 @@
 #include "render/maprenderer.h"
 
-#include "render/displayoptions.h"
 #include "tests/render/renderhelpers.h"
 #include "tests/support/fakes.h"
 #include "view/viewcontrol.h"
@@ -331,20 +330,6 @@ TEST(MapRenderer, WithoutLabelsTheFrameLeavesABlackPenOfWidthTwo)
     drawLines(w.editor);
     EXPECT_EQ(w.surface.calls.back().pen, kGreen);
     EXPECT_EQ(w.surface.calls.back().penWidth, 2);
-}
-
-TEST(MapRenderer, SelectedLineFlashesFromFrameToFrame)
-{
-    FakeWorld w;
-    addTestLine(w.editor, 0, 0, 0, 10, 10, 0, kGreen).selected = true;
-    std::vector<int> reds;
-    for (int frame = 0; frame < 14; ++frame) {
-        w.surface.calls.clear();
-        drawLines(w.editor);
-        reds.push_back(w.surface.only(Op::Line).at(0).colour.r);
-        advanceFlash(w.editor.display);
-    }
-    EXPECT_EQ(reds, (std::vector<int>{255, 191, 127, 63, 1, 65, 129, 193, 254, 190, 126, 62, 1, 65}));
 }
 
 } // namespace

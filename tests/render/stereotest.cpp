@@ -100,15 +100,6 @@ TEST(Stereo, SelectedLinePulsesWithTheFlashInBothCopies)
     }
 }
 
-TEST(Stereo, UnselectedRecordsIgnoreInversion)
-{
-    StereoWorld w;
-    w.surface.setBackColor(ColorRGB{0, 128, 128});
-    addTestLine(w.editor, 0, 0, 0, 10, 10, 0, ColorRGB{0, 128, 128});
-    drawLines(w.editor);
-    EXPECT_EQ(w.surface.only(Op::Line).at(1).colour, (ColorRGB{0, 128, 128}));
-}
-
 TEST(Stereo, LabelIsDrawnTwiceWithEyeColouredMarkers)
 {
     StereoWorld w;
