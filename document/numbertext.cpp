@@ -1,5 +1,6 @@
 #include "document/numbertext.h"
 
+#include <algorithm>
 #include <cfloat>
 #include <charconv>
 #include <cmath>
@@ -31,28 +32,38 @@ bool takeSign(std::string_view& s, bool& negative)
 }
 
 // True when an out-of-range number is too small rather than too large: its
-// exponent is negative, or it has no exponent and no non-zero digit before ".".
+// first significant digit stands after the decimal point once the exponent is
+// applied. s holds only digits, one ".", and an optional exponent.
 bool isUnderflow(std::string_view s)
 {
-    const auto e = s.find_first_of("eE");
-    if (e != std::string_view::npos)
-        return e + 1 < s.size() && s[e + 1] == '-';
-    for (char c : s) {
-        if (c == '.')
-            return true;
-        if (c != '0')
-            return false;
+    const auto e = std::min(s.find_first_of("eE"), s.size());
+    const std::string_view mantissa = s.substr(0, e);
+    const auto point = std::min(mantissa.find('.'), mantissa.size());
+    const auto first = mantissa.find_first_not_of("0.");
+    if (first == std::string_view::npos)
+        return true; // all zeros cannot overflow
+    // The power of ten of the first significant digit, before the exponent.
+    long long magnitude = first < point ? (long long)(point - first) - 1 : (long long)point - (long long)first;
+    if (e < s.size()) {
+        std::string_view exponent = s.substr(e + 1);
+        const bool negative = !exponent.empty() && exponent.front() == '-';
+        if (!exponent.empty() && (exponent.front() == '-' || exponent.front() == '+'))
+            exponent.remove_prefix(1);
+        long long value = 0;
+        for (char c : exponent)
+            value = std::min(value * 10 + (c - '0'), 1LL << 40); // saturates far beyond any range
+        magnitude += negative ? -value : value;
     }
-    return true;
+    return magnitude < 0;
 }
 
-std::optional<double> textToDouble(std::string_view field)
+// The conversion of an unsigned number text: anything from_chars does not
+// take whole is refused, and so is a magnitude beyond the type's range, while
+// one too small for it becomes zero.
+template<typename Real>
+std::optional<Real> generalNumber(std::string_view s, bool negative)
 {
-    std::string_view s = trimBlanks(field);
-    bool negative = false;
-    if (!takeSign(s, negative))
-        return std::nullopt;
-    double v = 0;
+    Real v = 0;
     const auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), v, std::chars_format::general);
     if (end != s.data() + s.size())
         return std::nullopt;
@@ -66,10 +77,15 @@ std::optional<double> textToDouble(std::string_view field)
     return negative ? -v : v;
 }
 
+// Whole numbers are read as doubles, then rounded half to even.
 template<typename Int>
 std::optional<Int> textToWhole(std::string_view field, double low, double high)
 {
-    const auto v = textToDouble(field);
+    std::string_view s = trimBlanks(field);
+    bool negative = false;
+    if (!takeSign(s, negative))
+        return std::nullopt;
+    const auto v = generalNumber<double>(s, negative);
     if (!v)
         return std::nullopt;
     const double r = roundHalfEven(*v);
@@ -86,18 +102,7 @@ std::optional<float> textToSingle(std::string_view field)
     bool negative = false;
     if (!takeSign(s, negative))
         return std::nullopt;
-    float v = 0;
-    const auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), v, std::chars_format::general);
-    if (end != s.data() + s.size())
-        return std::nullopt;
-    if (ec == std::errc::result_out_of_range) {
-        if (!isUnderflow(s))
-            return std::nullopt;
-        v = 0;
-    } else if (ec != std::errc()) {
-        return std::nullopt;
-    }
-    return negative ? -v : v;
+    return generalNumber<float>(s, negative);
 }
 
 std::optional<std::uint8_t> textToByte(std::string_view field)
