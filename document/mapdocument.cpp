@@ -1,6 +1,7 @@
 #include "document/mapdocument.h"
 
-#include "document/numbertext.h"
+#include "document/recordfields.h"
+#include "platform/memoryhint.h"
 #include "view/viewtransform.h"
 
 #include <algorithm>
@@ -8,75 +9,57 @@
 namespace plotwell {
 namespace {
 
-using Fields = std::array<std::string_view, 9>;
-
-// Splits field text on "," into at most max fields; returns how many it found.
-// Fields beyond the last wanted one are ignored, so it ends at the next comma.
-std::size_t splitFields(std::string_view text, Fields& fields, std::size_t max)
-{
-    std::size_t count = 0;
-    while (count < max) {
-        const auto comma = text.find(',');
-        fields[count++] = text.substr(0, comma);
-        if (comma == std::string_view::npos)
-            break;
-        text.remove_prefix(comma + 1);
-    }
-    return count;
-}
-
 const char* const kFieldNames[] = {"first", "second", "third", "fourth", "fifth",
                                    "sixth", "seventh", "eighth", "ninth"};
 
-std::string badField(std::size_t index, const char* what)
+std::string badField(int index, const char* what)
 {
     return std::string(kFieldNames[index]) + " field is " + what;
 }
 
-bool readPoint(const Fields& f, std::size_t first, MapPoint& p, RecordError& error)
+// Fills targets from the next fields in turn with convert; the reason when a
+// field is missing or does not convert. first is the number of the first
+// field taken, for the reason.
+template<typename T, std::size_t N, typename Convert>
+RecordError readFields(RecordFields& fields, T* const (&targets)[N], int first, Convert convert,
+                       const char* missing, const char* what)
 {
-    float* targets[] = {&p.x, &p.y, &p.z};
-    for (std::size_t i = 0; i < 3; ++i) {
-        const auto v = textToSingle(f[first + i]);
-        if (!v) {
-            error = badField(first + i, "not a single-precision number");
-            return false;
-        }
+    for (std::size_t i = 0; i < N; ++i) {
+        if (fields.done())
+            return std::string(missing);
+        const auto v = convert(fields);
+        if (!v)
+            return badField(first + int(i), what);
         *targets[i] = *v;
     }
-    return true;
+    return std::nullopt;
 }
 
-bool readColour(const Fields& f, std::size_t first, std::uint8_t& r, std::uint8_t& g,
-                std::uint8_t& b, RecordError& error)
-{
-    std::uint8_t* targets[] = {&r, &g, &b};
-    for (std::size_t i = 0; i < 3; ++i) {
-        const auto v = textToByte(f[first + i]);
-        if (!v) {
-            error = badField(first + i, "not a colour value 0..255");
-            return false;
-        }
-        *targets[i] = *v;
-    }
-    return true;
-}
+constexpr auto kSingle = [](RecordFields& f) { return f.single(); };
+constexpr auto kByte = [](RecordFields& f) { return f.byte(); };
+constexpr auto kInt16 = [](RecordFields& f) { return f.int16(); };
+const char* const kNotSingle = "not a single-precision number";
+const char* const kNotColour = "not a colour value 0..255";
+const char* const kNotSize = "not a size in -32768..32767";
 
 } // namespace
 
 RecordError MapDocument::addLine(std::string_view text, std::int16_t& layer, float scale)
 {
-    Fields f;
-    if (splitFields(text, f, 9) < 9)
-        return std::string("fewer than nine fields");
+    // 0 means the active layer, and the caller learns which one that was,
+    // even when the fields then turn out to be bad.
     if (layer == 0)
         layer = activeLayer;
-
+    const char* const missing = "fewer than nine fields";
+    RecordFields fields(text);
     MapLine line;
-    RecordError error;
-    if (!readPoint(f, 0, line.p1, error) || !readPoint(f, 3, line.p2, error)
-        || !readColour(f, 6, line.r, line.g, line.b, error))
+    float* const coordinates[] = {&line.p1.x, &line.p1.y, &line.p1.z, &line.p2.x, &line.p2.y, &line.p2.z};
+    std::uint8_t* const colour[] = {&line.r, &line.g, &line.b};
+    if (auto error = readFields(fields, coordinates, 0, kSingle, missing, kNotSingle))
         return error;
+    if (auto error = readFields(fields, colour, 6, kByte, missing, kNotColour))
+        return error;
+    // Fields beyond the ninth are ignored.
     line.layer = layer;
     scalePoint(line.p1, scale);
     scalePoint(line.p2, scale);
@@ -86,21 +69,24 @@ RecordError MapDocument::addLine(std::string_view text, std::int16_t& layer, flo
 
 RecordError MapDocument::addLabel(std::string_view text, std::int16_t& layer, float scale)
 {
-    Fields f;
-    if (splitFields(text, f, 8) < 8)
-        return std::string("fewer than eight fields");
     if (layer == 0)
         layer = activeLayer;
-
+    const char* const missing = "fewer than eight fields";
+    RecordFields fields(text);
     MapLabel label;
-    RecordError error;
-    if (!readPoint(f, 0, label.pos, error) || !readColour(f, 3, label.r, label.g, label.b, error))
+    float* const coordinates[] = {&label.pos.x, &label.pos.y, &label.pos.z};
+    std::uint8_t* const colour[] = {&label.r, &label.g, &label.b};
+    std::int16_t* const size[] = {&label.size};
+    if (auto error = readFields(fields, coordinates, 0, kSingle, missing, kNotSingle))
         return error;
-    const auto size = textToInt16(f[6]);
-    if (!size)
-        return badField(6, "not a size in -32768..32767");
-    label.size = *size;
-    label.text = toLabelText(f[7]);
+    if (auto error = readFields(fields, colour, 3, kByte, missing, kNotColour))
+        return error;
+    if (auto error = readFields(fields, size, 6, kInt16, missing, kNotSize))
+        return error;
+    if (fields.done())
+        return std::string(missing);
+    // The text ends at the next comma; whatever follows is dropped.
+    label.text = toLabelText(fields.text());
     label.layer = layer;
     scalePoint(label.pos, scale);
     m_labels.push_back(std::move(label));
@@ -142,6 +128,8 @@ void MapDocument::reserveMore(std::size_t lines, std::size_t labels)
 {
     m_lines.reserve(m_lines.size() + lines);
     m_labels.reserve(m_labels.size() + labels);
+    // The room for lines is filled next, in order.
+    adviseLargeFill(m_lines.data() + m_lines.size(), (m_lines.capacity() - m_lines.size()) * sizeof(MapLine));
 }
 
 std::string toLabelText(std::string_view s)

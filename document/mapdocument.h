@@ -51,7 +51,8 @@ public:
     // Removes every record of every layer (the file names stay).
     void clearRecords();
 
-    // Room for this many more records, so that a large load grows once.
+    // Room for this many more records, so that a large load grows once; the
+    // system is asked to back the room for lines with large pages.
     void reserveMore(std::size_t lines, std::size_t labels);
 
 private:
