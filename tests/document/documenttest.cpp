@@ -187,6 +187,8 @@ TEST(MapDocument, LabelTextKeepsOnlyTheEighthField)
         {"Already_Joined", "Already_Joined"},
         {"", ""},
         {"   ", ""},
+        {" to the  Zone ", "to_the__Zone"},
+        {"\tA B\t", "\tA_B\t"}, // only blanks count
     };
     for (const auto& c : cases) {
         MapDocument doc;
@@ -194,14 +196,6 @@ TEST(MapDocument, LabelTextKeepsOnlyTheEighthField)
         ASSERT_FALSE(doc.addLabel(std::string("1,2,3,0,0,255,2,") + c.field, layer, 1)) << c.field;
         EXPECT_EQ(doc.labels().at(0).text, c.text) << '"' << c.field << '"';
     }
-}
-
-TEST(MapDocument, ToLabelTextTrimsBlanksAndJoinsWithUnderscores)
-{
-    EXPECT_EQ(toLabelText(" to the  Zone "), "to_the__Zone");
-    EXPECT_EQ(toLabelText("Gate"), "Gate");
-    // Only blanks count: a tab is kept as it is.
-    EXPECT_EQ(toLabelText("\tA B\t"), "\tA_B\t");
 }
 
 TEST(MapDocument, RemovingALayerKeepsTheOrderOfTheOthers)

@@ -274,10 +274,4 @@ TEST(NumberText, LeadingNumberReadsUpToTheFirstCharacterThatDoesNotFit)
         EXPECT_EQ(leadingNumber(c.text, c.blanksAnywhere), c.value) << '"' << c.text << '"';
 }
 
-TEST(NumberText, DecimalSeparatorReplacesThePoint)
-{
-    EXPECT_EQ(withDecimalSeparator("-12.5", ','), "-12,5");
-    EXPECT_EQ(withDecimalSeparator("1E+07", ','), "1E+07");
-}
-
 } // namespace
