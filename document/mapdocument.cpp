@@ -5,6 +5,7 @@
 #include "view/viewtransform.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace plotwell {
 namespace {
@@ -126,8 +127,14 @@ void MapDocument::clearRecords()
 
 void MapDocument::reserveMore(std::size_t lines, std::size_t labels)
 {
-    m_lines.reserve(m_lines.size() + lines);
-    m_labels.reserve(m_labels.size() + labels);
+    // Only a hint, judged from a file's size: a huge file of other text may
+    // ask for more than there is, and then the arrays simply grow as they go.
+    try {
+        m_lines.reserve(m_lines.size() + lines);
+        m_labels.reserve(m_labels.size() + labels);
+    } catch (const std::exception&) {
+        return;
+    }
     // The room for lines is filled next, in order.
     adviseLargeFill(m_lines.data() + m_lines.size(), (m_lines.capacity() - m_lines.size()) * sizeof(MapLine));
 }
