@@ -1,27 +1,29 @@
+#include "render/displayhandlers.h"
 #include "render/displayoptions.h"
+
+#include "tests/support/fakes.h"
+#include "view/zoom.h"
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <vector>
 
 using namespace plotwell;
+using namespace plotwell::test;
 
 namespace {
 
-TEST(DisplayOptions, ClampIntRaisesThenLowers)
-{
-    const struct {
-        std::int16_t value, low, high, result;
-    } cases[] = {{-5, 0, 255, 0}, {300, 0, 255, 255}, {128, 0, 255, 128}, {0, 0, 255, 0}, {-32768, 50, 255, 50},
-                 // low above high: raised first, then lowered, so high wins.
-                 {10, 200, 100, 100}};
-    for (const auto& c : cases)
-        EXPECT_EQ(clampInt(c.value, c.low, c.high), c.result) << c.value;
-}
+// A world that counts how often the map was given the focus.
+struct HandlerWorld : FakeWorld {
+    HandlerWorld() { editor.focusMap = [this] { ++focused; }; }
+    int focused = 0;
+};
 
-TEST(DisplayOptions, FlashFallsThenRisesInACycleOfEight)
+TEST(DisplayOptions, FlashFallsThenRisesInACycleOfEightWhetherOrNotItIsChecked)
 {
     DisplayOptions options;
+    options.flashChecked = false;
     std::vector<int> levels;
     for (int frame = 0; frame < 21; ++frame) {
         levels.push_back(options.flashLevel);
@@ -31,12 +33,75 @@ TEST(DisplayOptions, FlashFallsThenRisesInACycleOfEight)
                                         190, 126, 62, 1}));
 }
 
-TEST(DisplayOptions, FlashStepsWhetherOrNotFlashingIsChecked)
+TEST(DisplayHandlers, CheckBoxesSetTheirMemberRedrawAndFocusTheMap)
 {
-    DisplayOptions options;
-    options.flashChecked = false;
-    advanceFlash(options);
-    EXPECT_EQ(options.flashLevel, 191);
+    const struct {
+        const char* name;
+        std::function<void(Editor&)> click;
+        bool DisplayOptions::*box;
+        bool DisplayOptions::*member; // none when the box is read directly
+        bool focuses;
+    } cases[] = {
+        {"lines", chkLinesClicked, &DisplayOptions::linesChecked, &DisplayOptions::showLines, true},
+        {"labels", chkLabelsClicked, &DisplayOptions::labelsChecked, &DisplayOptions::showLabels, true},
+        {"height", chkHeightClicked, &DisplayOptions::heightChecked, &DisplayOptions::heightFilterOn, true},
+        {"invert", chkInvertClicked, &DisplayOptions::invertChecked, nullptr, false},
+        {"flash", chkFlashClicked, &DisplayOptions::flashChecked, nullptr, true},
+    };
+    for (const auto& c : cases) {
+        HandlerWorld w;
+        DisplayOptions& options = w.editor.display;
+        for (int click = 1; click <= 2; ++click) {
+            options.*c.box = !(options.*c.box);
+            c.click(w.editor);
+            EXPECT_TRUE(!c.member || options.*c.member == options.*c.box) << c.name;
+            EXPECT_EQ(w.surface.frames(), click) << c.name;
+            EXPECT_EQ(w.focused, c.focuses ? click : 0) << c.name;
+        }
+    }
+}
+
+TEST(DisplayHandlers, TheRightButtonAsksForTheHeightRangeAndTakesItsLeadingNumber)
+{
+    const struct {
+        float range;
+        char separator;
+        QString answer;
+        const char* offered;
+        float result;
+    } cases[] = {
+        {100, '.', "0", "100", 100},       {100, '.', "-5", "100", 100},     {100, '.', "abc", "100", 100},
+        {100, '.', "", "100", 100},        {100, '.', "12.5", "100", 12.5f}, {100, '.', "40 units", "100", 40},
+        {100, '.', "   7", "100", 7},      {100, '.', "2e1", "100", 20},     {100, '.', ".5", "100", 0.5f},
+        {100, '.', "1,5", "100", 1},       {100, '.', "+3", "100", 3},       {100, '.', "1e39", "100", 100},
+        {100, '.', "x12", "100", 100},
+        // Offered in the locale's form with seven digits; the answer is read with "." only.
+        {12.5f, ',', "12,5", "12,5", 12},  {1.0f / 3, '.', "", "0.3333333", 1.0f / 3},
+        {123456.78f, '.', "", "123456.8", 123456.78f},
+    };
+    for (const auto& c : cases) {
+        HandlerWorld w;
+        DisplayOptions& options = w.editor.display;
+        w.editor.decimalSeparator = c.separator;
+        options.heightRange = c.range;
+        options.heightChecked = options.heightFilterOn = true;
+        w.dialogs.answers.push_back(c.answer);
+        chkHeightMouseDown(w.editor, kRightButton);
+        EXPECT_EQ(options.heightRange, c.result) << c.answer.toStdString();
+        ASSERT_EQ(w.dialogs.prompts.size(), 1u);
+        const auto& prompt = w.dialogs.prompts[0];
+        EXPECT_EQ((QStringList{prompt.text, prompt.title, prompt.defaultText}),
+                  (QStringList{"Height filter range:", "Enter new value", c.offered}));
+        EXPECT_TRUE(options.heightChecked && options.heightFilterOn) << "the box keeps its value";
+        EXPECT_EQ(w.surface.frames(), 1) << "the prompt always redraws";
+        EXPECT_EQ(w.focused, 0) << "the prompt does not move the focus";
+    }
+    for (const int button : {kLeftButton, kMiddleButton}) {
+        HandlerWorld w;
+        chkHeightMouseDown(w.editor, button);
+        EXPECT_TRUE(w.dialogs.prompts.empty());
+        EXPECT_EQ(w.surface.frames(), 0);
+    }
 }
 
 } // namespace

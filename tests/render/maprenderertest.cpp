@@ -1,13 +1,11 @@
 #include "render/maprenderer.h"
+#include "render/stereo.h"
 
 #include "tests/render/renderhelpers.h"
 #include "tests/support/fakes.h"
 #include "view/viewcontrol.h"
 
 #include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cctype>
 
 using namespace plotwell;
 using namespace plotwell::test;
@@ -17,172 +15,129 @@ namespace {
 constexpr ColorRGB kGreen{0, 255, 0};
 constexpr ColorRGB kBlue{0, 0, 255};
 
-TEST(MapRenderer, EmptyDocumentClearsAndPresents)
+TEST(MapRenderer, AnEmptyFrameClearsAndPresentsAndHoldDrawsNothing)
 {
-    FakeWorld w;
-    drawLines(w.editor);
-    EXPECT_EQ(opsOf(w.surface), (std::vector<Op>{Op::Clear, Op::Refresh}));
-}
-
-TEST(MapRenderer, HoldDrawsNothingAndLeavesTheSelectBoxColour)
-{
-    FakeWorld w;
-    addTestLine(w.editor, 0, 0, 0, 10, 10, 0, kBlue);
-    w.surface.setBackColor(kBlack);
-    w.editor.map.selectBox.border = ColorRGB{1, 2, 3};
-    w.editor.tools.holdDrawing = true;
-    drawLines(w.editor);
-    EXPECT_TRUE(w.surface.calls.empty());
-    EXPECT_EQ(w.editor.map.selectBox.border, (ColorRGB{1, 2, 3}));
-}
-
-TEST(MapRenderer, SelectBoxIsWhiteOnlyOnABlackBackground)
-{
-    const struct {
-        ColorRGB back;
-        ColorRGB border;
-    } cases[] = {{kBlack, kWhite}, {{1, 1, 1}, kBlack}, {{0, 0, 1}, kBlack}, {kWhite, kBlack}, {{40, 90, 200}, kBlack}};
+    // The select box is white only on a black background.
+    const ColorRGB cases[][2] = {{kBlack, kWhite}, {{1, 1, 1}, kBlack}, {{0, 0, 1}, kBlack}, {kWhite, kBlack}};
     for (const auto& c : cases) {
         FakeWorld w;
-        w.surface.setBackColor(c.back);
+        w.surface.setBackColor(c[0]);
         drawLines(w.editor);
-        EXPECT_EQ(w.editor.map.selectBox.border, c.border) << c.back.value();
+        EXPECT_EQ(opsOf(w.surface), (std::vector<Op>{Op::Clear, Op::Refresh}));
+        EXPECT_EQ(w.editor.map.selectBox.border, c[1]) << c[0].value();
+
+        w.surface.calls.clear();
+        addTestLine(w.editor, 0, 0, 0, 10, 10, 0, kBlue);
+        w.surface.setBackColor(c[1]);
+        w.editor.tools.holdDrawing = true;
+        drawLines(w.editor);
+        EXPECT_TRUE(w.surface.calls.empty());
+        EXPECT_EQ(w.editor.map.selectBox.border, c[1]) << "hold leaves the border";
     }
 }
 
 TEST(MapRenderer, LinesThenLabelsEachInRecordOrderAtTheirSurfacePlace)
 {
     FakeWorld w;
-    setCurrentScale(w.editor, 2);
-    w.editor.view.offsetX = 100;
-    w.editor.view.offsetY = -50;
     addTestLabel(w.editor, 7, 8, 0, kBlue, "First");
     addTestLine(w.editor, 1, 2, 0, 3, 4, 0, kBlue);
-    addTestLabel(w.editor, 9, 10, 0, kBlue, "Second");
+    addTestLabel(w.editor, 9, 10, 0, kGreen, "Second");
     addTestLine(w.editor, 5, 6, 0, 7, 8, 0, kGreen);
+    setCurrentScale(w.editor, 2); // rescales every point
+    w.editor.view.offsetX = 100;
+    w.editor.view.offsetY = -50;
     drawLines(w.editor);
 
-    const auto ops = opsOf(w.surface);
-    const auto lastLine = std::find(ops.rbegin(), ops.rend(), Op::Line);
-    const auto firstCircle = std::find(ops.begin(), ops.end(), Op::Circle);
-    ASSERT_NE(firstCircle, ops.end());
-    EXPECT_LT(std::distance(ops.begin(), lastLine.base()), std::distance(ops.begin(), firstCircle));
-    EXPECT_EQ(ops.front(), Op::Clear);
-    EXPECT_EQ(ops.back(), Op::Refresh);
+    // Each line with a pen of width 2 in its colour, then a black pen.
+    const std::vector<Op> line{Op::PenWidth, Op::PenColor, Op::Line, Op::PenColor};
+    const std::vector<Op> label{Op::PenColor, Op::FillColor, Op::Circle, Op::TextPosition, Op::Font, Op::Print};
+    std::vector<Op> frame{Op::Clear};
+    for (const auto* part : {&line, &line, &label, &label})
+        frame.insert(frame.end(), part->begin(), part->end());
+    frame.push_back(Op::Refresh);
+    EXPECT_EQ(opsOf(w.surface), frame);
 
-    const auto lines = w.surface.only(Op::Line);
-    ASSERT_EQ(lines.size(), 2u);
-    EXPECT_EQ((std::vector<float>{lines[0].a, lines[0].b, lines[0].c, lines[0].d}),
-              (std::vector<float>{102, -46, 106, -42}));
-    EXPECT_EQ((std::vector<float>{lines[1].a, lines[1].b, lines[1].c, lines[1].d}),
-              (std::vector<float>{110, -38, 114, -34}));
+    std::vector<float> lines, places;
+    for (const auto& c : w.surface.only(Op::Line)) {
+        lines.insert(lines.end(), {c.a, c.b, c.c, c.d});
+        EXPECT_EQ(c.penWidth, 2);
+    }
+    for (const auto& c : w.surface.only(Op::TextPosition))
+        places.insert(places.end(), {c.a, c.b});
+    EXPECT_EQ(lines, (std::vector<float>{102, -46, 106, -42, 110, -38, 114, -34}));
+    EXPECT_EQ(places, (std::vector<float>{114, -34, 118, -30}));
     const auto printed = w.surface.only(Op::Print);
-    ASSERT_EQ(printed.size(), 2u);
-    EXPECT_EQ(printed[0].text, "First");
-    EXPECT_EQ(printed[1].text, "Second");
-    const auto positions = w.surface.only(Op::TextPosition);
-    EXPECT_EQ(positions[1].a, 118);
-    EXPECT_EQ(positions[1].b, -30);
+    EXPECT_EQ(printed.at(0).text + " " + printed.at(1).text, "First Second");
+    EXPECT_EQ(printed.at(1).colour, kGreen);
+    EXPECT_EQ(w.surface.only(Op::Line).at(1).colour, kGreen);
 }
 
-TEST(MapRenderer, EveryLineWithPenWidthTwoAndThenABlackPen)
+TEST(MapRenderer, RecordColourFollowsSelectionFlashAndInversion)
 {
-    FakeWorld w;
-    addTestLine(w.editor, 0, 0, 0, 10, 10, 0, kBlue);
-    addTestLine(w.editor, 0, 0, 0, 20, 10, 0, kGreen);
-    drawLines(w.editor);
-    const std::vector<Op> expected{Op::Clear, Op::PenWidth, Op::PenColor, Op::Line, Op::PenColor,
-                                   Op::PenWidth, Op::PenColor, Op::Line, Op::PenColor, Op::Refresh};
-    EXPECT_EQ(opsOf(w.surface), expected);
-    for (const auto& line : w.surface.only(Op::Line))
-        EXPECT_EQ(line.penWidth, 2);
-    EXPECT_EQ(w.surface.only(Op::Line)[1].colour, kGreen);
-    EXPECT_EQ(w.surface.calls.back().pen, kBlack);
-}
-
-// The colour a record is drawn in, for lines and labels alike.
-struct ColourCase {
-    const char* name;
-    ColorRGB own;
-    bool selected;
-    bool invertChecked;
-    bool flashChecked;
-    std::int16_t flashLevel;
-    ColorRGB background;
-    ColorRGB drawn;
-};
-
-const ColourCase kColourCases[] = {
-    {"white on white inverted", kWhite, false, true, true, 255, kWhite, kBlack},
-    {"one unit off is not inverted", {255, 255, 254}, false, true, true, 255, kWhite, {255, 255, 254}},
-    {"inversion unchecked", kWhite, false, false, true, 255, kWhite, kWhite},
-    {"black on black inverted", kBlack, false, true, true, 255, kBlack, kWhite},
-    {"white on black unchanged", kWhite, false, true, true, 255, kBlack, kWhite},
-    {"grey on its own grey", {10, 20, 30}, false, true, true, 255, {10, 20, 30}, {245, 235, 225}},
-    {"selected green flashes red", kGreen, true, true, true, 127, kWhite, {127, 0, 0}},
-    {"selected without flashing is full red", kGreen, true, true, false, 127, kWhite, kRed},
-    {"selected red is cyan", kRed, true, true, true, 63, kWhite, {0, 255, 255}},
-    {"selected red without flashing is cyan", kRed, true, true, false, 63, kWhite, {0, 255, 255}},
-    {"selected is never inverted", kWhite, true, true, true, 1, kWhite, {1, 0, 0}},
-};
-
-class RecordColour : public ::testing::TestWithParam<ColourCase> {
-protected:
-    void SetUp() override
-    {
-        const ColourCase& c = GetParam();
+    const struct {
+        const char* name;
+        ColorRGB own;
+        bool selected, invertChecked, flashChecked;
+        std::int16_t flashLevel;
+        ColorRGB background, drawn;
+    } cases[] = {
+        {"white on white inverted", kWhite, false, true, true, 255, kWhite, kBlack},
+        {"one unit off is not inverted", {255, 255, 254}, false, true, true, 255, kWhite, {255, 255, 254}},
+        {"inversion unchecked", kWhite, false, false, true, 255, kWhite, kWhite},
+        {"black on black inverted", kBlack, false, true, true, 255, kBlack, kWhite},
+        {"grey on its own grey", {10, 20, 30}, false, true, true, 255, {10, 20, 30}, {245, 235, 225}},
+        {"selected green flashes red", kGreen, true, true, true, 127, kWhite, {127, 0, 0}},
+        {"selected without flashing is full red", kGreen, true, true, false, 127, kWhite, kRed},
+        {"selected red is cyan", kRed, true, true, true, 63, kWhite, {0, 255, 255}},
+        {"selected red without flashing is cyan", kRed, true, true, false, 63, kWhite, {0, 255, 255}},
+        {"selected is never inverted", kWhite, true, true, true, 1, kWhite, {1, 0, 0}},
+    };
+    for (const auto& c : cases) {
+        FakeWorld w;
         w.surface.setBackColor(c.background);
         w.editor.display.invertChecked = c.invertChecked;
         w.editor.display.flashChecked = c.flashChecked;
         w.editor.display.flashLevel = c.flashLevel;
+        addTestLine(w.editor, 0, 0, 0, 10, 10, 0, c.own).selected = c.selected;
+        addTestLabel(w.editor, 0, 0, 0, c.own, "Here").selected = c.selected;
+        drawLines(w.editor);
+        EXPECT_EQ(w.surface.only(Op::Line).at(0).colour, c.drawn) << c.name;
+        EXPECT_EQ(w.surface.only(Op::Print).at(0).colour, c.drawn) << c.name;
     }
-    FakeWorld w;
-};
-
-TEST_P(RecordColour, Line)
-{
-    addTestLine(w.editor, 0, 0, 0, 10, 10, 0, GetParam().own).selected = GetParam().selected;
-    drawLines(w.editor);
-    const auto lines = w.surface.only(Op::Line);
-    ASSERT_EQ(lines.size(), 1u);
-    EXPECT_EQ(lines[0].colour, GetParam().drawn);
 }
 
-TEST_P(RecordColour, Label)
+// The texts of the labels drawn and the first x of the lines drawn.
+std::string drawn(const RecordingSurface& surface)
 {
-    addTestLabel(w.editor, 0, 0, 0, GetParam().own, "Here").selected = GetParam().selected;
-    drawLines(w.editor);
-    const auto printed = w.surface.only(Op::Print);
-    ASSERT_EQ(printed.size(), 1u);
-    EXPECT_EQ(printed[0].colour, GetParam().drawn);
+    std::string s;
+    for (const auto& c : surface.only(Op::Line))
+        s += std::to_string(int(c.a)) + " ";
+    for (const auto& c : surface.only(Op::Print))
+        s += c.text + " ";
+    return s;
 }
 
-INSTANTIATE_TEST_SUITE_P(Rules, RecordColour, ::testing::ValuesIn(kColourCases),
-                         [](const auto& info) {
-                             std::string name = info.param.name;
-                             for (char& ch : name)
-                                 if (!std::isalnum(static_cast<unsigned char>(ch)))
-                                     ch = '_';
-                             return name;
-                         });
-
-TEST(MapRenderer, HiddenLayersDrawNothing)
+TEST(MapRenderer, HiddenLayersTheShowBoxesAndNoSelectedChooseWhatIsDrawn)
 {
-    FakeWorld w;
-    w.editor.layers.checked = {true, false, true, false};
-    for (std::int16_t layer = 0; layer < kLayerCount; ++layer) {
-        addTestLine(w.editor, layer, 0, 0, 10, 10, 0, kBlue, layer);
-        addTestLabel(w.editor, layer, 0, 0, kBlue, "L" + std::to_string(layer), layer);
+    const struct {
+        bool lines, labels, noSelected;
+        const char* drawn;
+    } cases[] = {{true, true, false, "0 2 L0 L2 "}, {false, true, false, "L0 L2 "}, {true, false, false, "0 2 "},
+                 {false, false, false, ""},
+                 // Leaves out selected lines, but not selected labels.
+                 {true, true, true, "0 L0 L2 "}};
+    for (const auto& c : cases) {
+        FakeWorld w;
+        w.editor.layers.checked = {true, false, true, false};
+        w.editor.display.showLines = c.lines;
+        w.editor.display.showLabels = c.labels;
+        for (std::int16_t layer = 0; layer < kLayerCount; ++layer) {
+            addTestLine(w.editor, layer, 0, 0, 10, 10, 0, kBlue, layer).selected = layer == 2;
+            addTestLabel(w.editor, layer, 0, 0, kBlue, "L" + std::to_string(layer), layer).selected = layer == 2;
+        }
+        drawLines(w.editor, c.noSelected);
+        EXPECT_EQ(drawn(w.surface), c.drawn);
     }
-    drawLines(w.editor);
-    std::vector<float> lineStarts;
-    for (const auto& line : w.surface.only(Op::Line))
-        lineStarts.push_back(line.a);
-    EXPECT_EQ(lineStarts, (std::vector<float>{0, 2}));
-    std::vector<std::string> texts;
-    for (const auto& print : w.surface.only(Op::Print))
-        texts.push_back(print.text);
-    EXPECT_EQ(texts, (std::vector<std::string>{"L0", "L2"}));
 }
 
 TEST(MapRenderer, HeightFilterTestsTheFirstEndOnlyAndHidesOnlyAGreaterDifference)
@@ -190,8 +145,7 @@ TEST(MapRenderer, HeightFilterTestsTheFirstEndOnlyAndHidesOnlyAGreaterDifference
     const struct {
         const char* name;
         float z1, z2, currentZ, range;
-        bool filterOn;
-        bool drawn;
+        bool filterOn, drawn;
     } cases[] = {
         {"exactly at the range", 110, 110, 10, 100, true, true},
         {"just beyond", 110.01f, 110, 10, 100, true, false},
@@ -211,125 +165,113 @@ TEST(MapRenderer, HeightFilterTestsTheFirstEndOnlyAndHidesOnlyAGreaterDifference
         addTestLine(w.editor, 0, 0, c.z1, 10, 10, c.z2, kBlue);
         addTestLabel(w.editor, 0, 0, c.z1, kBlue, "Here");
         drawLines(w.editor);
-        EXPECT_EQ(w.surface.only(Op::Line).size(), c.drawn ? 1u : 0u) << c.name;
-        EXPECT_EQ(w.surface.only(Op::Print).size(), c.drawn ? 1u : 0u) << c.name;
+        EXPECT_EQ(drawn(w.surface), c.drawn ? "0 Here " : "") << c.name;
     }
 }
 
-TEST(MapRenderer, NoSelectedLeavesOutSelectedLinesButNotSelectedLabels)
+TEST(MapRenderer, LabelMarkerIsABlackDiscOfTheScaleAndTheFontFollowsTheScaleOnly)
 {
-    FakeWorld w;
-    addTestLine(w.editor, 0, 0, 0, 10, 10, 0, kBlue).selected = true;
-    addTestLine(w.editor, 1, 0, 0, 10, 10, 0, kBlue);
-    addTestLabel(w.editor, 0, 0, 0, kBlue, "Picked").selected = true;
-    w.editor.display.flashLevel = 191;
-    drawLines(w.editor, true);
-    const auto lines = w.surface.only(Op::Line);
-    ASSERT_EQ(lines.size(), 1u);
-    EXPECT_EQ(lines[0].a, 1);
-    const auto printed = w.surface.only(Op::Print);
-    ASSERT_EQ(printed.size(), 1u);
-    EXPECT_EQ(printed[0].colour, (ColorRGB{191, 0, 0}));
-}
-
-TEST(MapRenderer, ShowLinesAndShowLabelsChooseWhatIsDrawn)
-{
-    for (const bool lines : {false, true}) {
-        for (const bool labels : {false, true}) {
-            FakeWorld w;
-            w.editor.display.showLines = lines;
-            w.editor.display.showLabels = labels;
-            addTestLine(w.editor, 0, 0, 0, 10, 10, 0, kBlue, 0);
-            addTestLine(w.editor, 0, 0, 0, 10, 10, 0, kBlue, 2);
-            w.editor.layers.checked[2] = true;
-            addTestLabel(w.editor, 0, 0, 0, kBlue, "Here");
-            drawLines(w.editor);
-            EXPECT_EQ(w.surface.only(Op::Line).size(), lines ? 2u : 0u);
-            EXPECT_EQ(w.surface.only(Op::Print).size(), labels ? 1u : 0u);
-        }
-    }
-}
-
-TEST(MapRenderer, LabelMarkerIsABlackDiscOfTheScaleAsRadius)
-{
-    FakeWorld w;
-    setCurrentScale(w.editor, 25);
-    addTestLabel(w.editor, 4, 6, 0, kGreen, "Here");
-    drawLines(w.editor);
-    const auto circles = w.surface.only(Op::Circle);
-    ASSERT_EQ(circles.size(), 1u);
-    EXPECT_EQ(circles[0].a, 100);
-    EXPECT_EQ(circles[0].b, 150);
-    EXPECT_EQ(circles[0].c, 25);
-    EXPECT_EQ(circles[0].colour, kBlack);
-    EXPECT_EQ(circles[0].fill, kBlack);
-    EXPECT_EQ(circles[0].pen, kGreen);
-    // No line was drawn: the marker keeps the width the surface had.
-    EXPECT_EQ(circles[0].penWidth, 1);
-}
-
-TEST(MapRenderer, FontSizeFollowsTheScaleOnlyAndIsNeverBold)
-{
-    const struct {
-        float scale;
-        float points;
-    } cases[] = {{0.5f, 10}, {9.5f, 10}, {10, 11}, {25, 12}, {99.5f, 19}, {100, 20}};
+    const float cases[][2] = {{0.5f, 10}, {9.5f, 10}, {10, 11}, {25, 12}, {99.5f, 19}, {100, 20}};
     for (const auto& c : cases) {
         FakeWorld w;
-        setCurrentScale(w.editor, c.scale);
-        addTestLabel(w.editor, 0, 0, 0, kBlue, "Small", 0, 0);
-        addTestLabel(w.editor, 1, 0, 0, kBlue, "Large", 0, 3);
+        setCurrentScale(w.editor, c[0]);
+        addTestLabel(w.editor, 4, 6, 0, kGreen, "Small", 0, 0);
+        addTestLabel(w.editor, 4, 6, 0, kGreen, "Large", 0, 3);
         drawLines(w.editor);
-        const auto fonts = w.surface.only(Op::Font);
-        ASSERT_EQ(fonts.size(), 2u);
-        for (const auto& font : fonts) {
-            EXPECT_EQ(font.a, c.points) << c.scale;
-            EXPECT_EQ(font.b, 0) << "bold at scale " << c.scale;
+        for (const auto& circle : w.surface.only(Op::Circle)) {
+            EXPECT_EQ((std::vector<float>{circle.a, circle.b, circle.c}), (std::vector<float>{4 * c[0], 6 * c[0], c[0]}));
+            EXPECT_TRUE(circle.colour == kBlack && circle.fill == kBlack && circle.pen == kGreen) << c[0];
+            EXPECT_EQ(circle.penWidth, 1) << "no line was drawn, so the marker keeps the surface's width";
         }
+        for (const auto& font : w.surface.only(Op::Font))
+            EXPECT_EQ((std::vector<float>{font.a, font.b}), (std::vector<float>{c[1], 0})) << "not bold, at " << c[0];
+        EXPECT_EQ(w.surface.only(Op::Font).size(), 2u);
     }
 }
 
-TEST(MapRenderer, LabelTextIsPrintedAsStoredWithUnderscores)
-{
-    FakeWorld w;
-    addTestLabel(w.editor, 0, 0, 0, kBlue, "  Gate to the  North_Karana ");
-    drawLines(w.editor);
-    const auto printed = w.surface.only(Op::Print);
-    ASSERT_EQ(printed.size(), 1u);
-    EXPECT_EQ(printed[0].text, "Gate_to_the__North_Karana");
-}
-
-TEST(MapRenderer, TheFrameLeavesTheLastLabelsPenFillAndFont)
+TEST(MapRenderer, TheFrameLeavesTheStateOfItsLastDrawing)
 {
     FakeWorld w;
     setCurrentScale(w.editor, 30);
+    w.surface.setPenColor(kGreen);
     addTestLine(w.editor, 0, 0, 0, 10, 10, 0, kBlue);
+    drawLines(w.editor);
+    EXPECT_TRUE(w.surface.calls.back().pen == kBlack && w.surface.calls.back().penWidth == 2) << "after a line";
+
     addTestLabel(w.editor, 0, 0, 0, kGreen, "One");
     addTestLabel(w.editor, 0, 0, 0, ColorRGB{9, 8, 7}, "Two");
     drawLines(w.editor);
     const auto& last = w.surface.calls.back();
-    EXPECT_EQ(last.pen, (ColorRGB{9, 8, 7}));
-    EXPECT_EQ(last.penWidth, 2);
-    EXPECT_EQ(last.fill, kBlack);
-    const auto fonts = w.surface.only(Op::Font);
-    EXPECT_EQ(fonts.back().a, 13);
+    EXPECT_TRUE(last.pen == (ColorRGB{9, 8, 7}) && last.penWidth == 2 && last.fill == kBlack) << "after labels";
+    EXPECT_EQ(w.surface.only(Op::Font).back().a, 13);
+
+    // A later frame with nothing drawn changes nothing.
+    w.editor.display.showLines = w.editor.display.showLabels = false;
+    w.surface.setPenColor(kGreen);
+    drawLines(w.editor);
+    EXPECT_TRUE(w.surface.calls.back().pen == kGreen && w.surface.calls.back().penWidth == 2) << "after nothing";
 }
 
-TEST(MapRenderer, WithoutLabelsTheFrameLeavesABlackPenOfWidthTwo)
+TEST(Stereo, BrightnessFollowsHeightWithinItsBounds)
 {
-    FakeWorld w;
-    w.surface.setPenColor(kGreen);
-    addTestLine(w.editor, 0, 0, 0, 10, 10, 0, kBlue);
-    drawLines(w.editor);
-    EXPECT_EQ(w.surface.calls.back().pen, kBlack);
-    EXPECT_EQ(w.surface.calls.back().penWidth, 2);
+    const struct {
+        float z;
+        std::int16_t slider, result;
+    } cases[] = {{0, 0, 128},  {-1000, 0, 50}, {1270, 0, 255}, {1e9f, 0, 255}, {-1e9f, 10, 60},
+                 {5, 0, 128},  {15, 0, 130}, // 128.5 to 128, 129.5 to 130: halves go to the even one
+                 {0, 255, 255}, {-1000, 255, 255}, {0, 100, 228}};
+    for (const auto& c : cases) {
+        DisplayOptions options;
+        options.brightness = c.slider;
+        EXPECT_EQ(stereoBrightness(options, c.z), c.result) << c.z << " " << c.slider;
+    }
+}
 
-    // A later frame with nothing drawn changes neither.
-    w.editor.display.showLines = false;
-    w.surface.setPenColor(kGreen);
-    drawLines(w.editor);
-    EXPECT_EQ(w.surface.calls.back().pen, kGreen);
-    EXPECT_EQ(w.surface.calls.back().penWidth, 2);
+TEST(Stereo, RecordsAreDrawnRedThenCyanShiftedByTheirHeight)
+{
+    const struct {
+        const char* name;
+        ColorRGB own;
+        bool selected;
+        std::uint8_t lineLevel;
+        ColorRGB text;
+    } cases[] = {
+        // As bright as the first end is high: 128 at height 0, 228 at 1000.
+        {"plain", kGreen, false, 128, {}},
+        // Selected lines pulse with the flash; selected text takes the selection colour.
+        {"selected", kGreen, true, 191, {191, 0, 0}},
+        {"selected red", kRed, true, 0, {0, 255, 255}},
+    };
+    for (const auto& c : cases) {
+        FakeWorld w;
+        w.editor.display.stereoChecked = true;
+        w.editor.display.flashLevel = 191;
+        addTestLine(w.editor, 10, 20, 0, 30, 40, 1000, c.own).selected = c.selected;
+        addTestLabel(w.editor, 10, 20, 1000, c.own, "Up_here").selected = c.selected;
+        setCurrentScale(w.editor, 10);
+        drawLines(w.editor);
+        const auto lines = w.surface.only(Op::Line);
+        const auto circles = w.surface.only(Op::Circle);
+        const auto printed = w.surface.only(Op::Print);
+        const auto places = w.surface.only(Op::TextPosition);
+        ASSERT_TRUE(lines.size() == 2 && circles.size() == 2 && printed.size() == 2 && places.size() == 2);
+        const ColorRGB red{228, 0, 0}, cyan{0, 228, 228}, level = {c.lineLevel, 0, 0};
+        EXPECT_TRUE(lines[0].colour == level && lines[1].colour == (ColorRGB{0, c.lineLevel, c.lineLevel})) << c.name;
+        EXPECT_TRUE(lines[0].penWidth == 2 && lines[1].penWidth == 2);
+        EXPECT_TRUE(circles[0].colour == red && circles[0].fill == red && circles[1].colour == cyan
+                    && circles[1].fill == cyan) << c.name;
+        EXPECT_TRUE(printed[0].colour == (c.selected ? c.text : red)) << c.name;
+        EXPECT_TRUE(printed[1].colour == (c.selected ? c.text : cyan)) << c.name;
+        // The cyan copy moves by 30 - 0.004 * height * scale: 30 at height 0, -10 at 1000.
+        EXPECT_EQ((std::vector<float>{lines[0].a, lines[0].b, lines[0].c, lines[0].d, lines[1].a, lines[1].b,
+                                      lines[1].c, lines[1].d}),
+                  (std::vector<float>{100, 200, 300, 400, 130, 200, 290, 400}));
+        EXPECT_EQ((std::vector<float>{circles[0].a, circles[0].b, circles[0].c, circles[1].a, places[1].a, places[1].b}),
+                  (std::vector<float>{100, 200, 10, 90, 90, 200}));
+        EXPECT_TRUE(printed[1].text == "Up_here" && w.surface.only(Op::Font).at(1).a == 11);
+        // The frame leaves the cyan copy's pen and fill.
+        EXPECT_TRUE(w.surface.calls.back().pen == printed[1].colour && w.surface.calls.back().fill == cyan);
+    }
 }
 
 } // namespace

@@ -76,15 +76,32 @@ public:
     void setText(const QString& t) override { text = t; }
 };
 
-// An editor wired to fakes: nothing reaches the user's settings, clipboard or screen.
-struct FakeWorld {
-    RecordingSurface surface;
+// The fakes of every service but the drawing surface.
+struct FakeServices {
     ScriptedFileDialog fileDialog;
     ScriptedDialogs dialogs;
     MemorySettingsStore settings;
     CountingEventPump events;
     MemoryClipboard clipboard;
-    Editor editor{Services{surface, fileDialog, dialogs, settings, events, clipboard}};
+};
+
+// An editor wired to fakes, drawing on the given surface and sized to it.
+struct EditorOn : FakeServices {
+    explicit EditorOn(DrawingSurface& surface) : editor(Services{surface, fileDialog, dialogs, settings, events, clipboard})
+    {
+        editor.map.width = surface.width();
+        editor.map.height = surface.height();
+    }
+    Editor editor;
+};
+
+struct RecordingHolder {
+    RecordingSurface surface;
+};
+
+// An editor on a recording surface: nothing reaches the user's settings, clipboard or screen.
+struct FakeWorld : RecordingHolder, EditorOn {
+    FakeWorld() : EditorOn(surface) {}
 };
 
 } // namespace plotwell::test

@@ -33,29 +33,21 @@ public:
     ColorRGB backColor() const override { return m_back; }
     void setBackColor(ColorRGB c) override { m_back = c; }
 
-    void clear() override { add(make(Op::Clear)); }
-    void setPenWidth(int px) override { m_penWidth = px; add(make(Op::PenWidth, float(px))); }
-    void setPenColor(ColorRGB c) override { m_pen = c; add(make(Op::PenColor, 0, 0, 0, 0, c)); }
-    void setFillColor(ColorRGB c) override { m_fill = c; add(make(Op::FillColor, 0, 0, 0, 0, c)); }
-    void line(float x1, float y1, float x2, float y2) override { add(make(Op::Line, x1, y1, x2, y2, m_pen)); }
-    void circle(float cx, float cy, float r, ColorRGB outline) override { add(make(Op::Circle, cx, cy, r, 0, outline)); }
-    void setTextPosition(float x, float y) override { add(make(Op::TextPosition, x, y)); }
-    void setFont(float points, bool bold) override { add(make(Op::Font, points, bold ? 1.f : 0.f)); }
-    void print(std::string_view text) override
-    {
-        Call call = make(Op::Print);
-        call.colour = m_pen;
-        call.text = std::string(text);
-        add(call);
-    }
+    void clear() override { add(Op::Clear); }
+    void setPenWidth(int px) override { m_penWidth = px; add(Op::PenWidth, float(px)); }
+    void setPenColor(ColorRGB c) override { m_pen = c; add(Op::PenColor, 0, 0, 0, 0, c); }
+    void setFillColor(ColorRGB c) override { m_fill = c; add(Op::FillColor, 0, 0, 0, 0, c); }
+    void line(float x1, float y1, float x2, float y2) override { add(Op::Line, x1, y1, x2, y2, m_pen); }
+    void circle(float cx, float cy, float r, ColorRGB outline) override { add(Op::Circle, cx, cy, r, 0, outline); }
+    void setTextPosition(float x, float y) override { add(Op::TextPosition, x, y); }
+    void setFont(float points, bool bold) override { add(Op::Font, points, bold ? 1.f : 0.f); }
+    void print(std::string_view text) override { add(Op::Print, 0, 0, 0, 0, m_pen, std::string(text)); }
     void paintPicture(const QImage&, const QRectF& target, const QRectF&, RasterOp op) override
     {
-        Call call = make(Op::Picture, float(target.x()), float(target.y()), float(target.width()),
-                         float(target.height()));
-        call.rasterOp = op;
-        add(call);
+        add(Op::Picture, float(target.x()), float(target.y()), float(target.width()), float(target.height()), {}, {},
+            op);
     }
-    void refresh() override { add(make(Op::Refresh)); }
+    void refresh() override { add(Op::Refresh); }
 
     // Calls of one kind, in order.
     std::vector<Call> only(Op op) const
@@ -70,24 +62,10 @@ public:
     int frames() const { return int(only(Op::Refresh).size()); }
 
 private:
-    static Call make(Op op, float a = 0, float b = 0, float c = 0, float d = 0, ColorRGB colour = {})
+    void add(Op op, float a = 0, float b = 0, float c = 0, float d = 0, ColorRGB colour = {}, std::string text = {},
+             RasterOp rasterOp = RasterOp::Copy)
     {
-        Call call;
-        call.op = op;
-        call.a = a;
-        call.b = b;
-        call.c = c;
-        call.d = d;
-        call.colour = colour;
-        return call;
-    }
-
-    void add(Call call)
-    {
-        call.pen = m_pen;
-        call.fill = m_fill;
-        call.penWidth = m_penWidth;
-        calls.push_back(std::move(call));
+        calls.push_back({op, a, b, c, d, colour, std::move(text), m_pen, m_fill, m_penWidth, rasterOp});
     }
 
     float m_width = 6795;
