@@ -19,6 +19,15 @@ namespace {
 const QString kSettings = QStringLiteral("settings");
 const QString kFolderKey = QStringLiteral("previousMapFolder");
 
+// Each line as its layer * 100 + its first coordinate.
+std::vector<int> lineLayers(const Editor& editor)
+{
+    std::vector<int> layers;
+    for (const MapLine& l : editor.doc.lines())
+        layers.push_back(l.layer * 100 + int(l.p1.x));
+    return layers;
+}
+
 class Loading : public ::testing::Test {
 protected:
     void SetUp() override
@@ -46,41 +55,11 @@ protected:
         return QDir::toNativeSeparators(dir.filePath(QLatin1String(folder))) + QDir::separator();
     }
     QString folderSetting() const { return world.settings.get(kSettings, kFolderKey, QStringLiteral("unset")); }
-    // The layer and first coordinate of every line.
-    std::vector<int> lineLayers() const
-    {
-        std::vector<int> layers;
-        for (const MapLine& l : editor.doc.lines())
-            layers.push_back(l.layer * 100 + int(l.p1.x));
-        return layers;
-    }
 
     QTemporaryDir dir;
     FakeWorld world;
     Editor& editor = world.editor;
 };
-
-TEST_F(Loading, MenuLoadIntoLayerOne)
-{
-    const QString path = mapFile("zone.txt", "L 10.5, -20, 0, 30, 40, 0, 255, 0, 0\r\nP 1, 2, 3, 0, 0, 255, 2, Camp Fire\r\n");
-    world.fileDialog.answers = {path};
-    loadLayerFromMenu(editor, 1);
-
-    ASSERT_TRUE(editor.doc.lineCount() == 1 && editor.doc.labelCount() == 1);
-    const MapLine& l = editor.doc.lines()[0];
-    const MapLabel& t = editor.doc.labels()[0];
-    EXPECT_TRUE(l.layer == 1 && l.p1.x == 10.5f && l.p1.y == -20 && l.p2.x == 30 && l.p2.y == 40 && l.r == 255);
-    EXPECT_TRUE(t.layer == 1 && t.size == 2 && t.text == "Camp_Fire" && t.b == 255);
-    EXPECT_EQ(editor.layers.captions[1], QStringLiteral("zone.txt"));
-    EXPECT_TRUE(editor.layers.checked[1]);
-    EXPECT_EQ(editor.doc.activeLayer, 1);
-    EXPECT_EQ(markerColor(editor, 1), kRed);
-    EXPECT_EQ(markerColor(editor, 0), kWhite);
-    EXPECT_EQ(editor.doc.layerFile[1], path);
-    EXPECT_EQ(folderSetting(), folderPath());
-    // Points are scaled at the scale the zoom re-apply left.
-    EXPECT_FLOAT_EQ(l.p2.sx, 30 * editor.view.currentScale);
-}
 
 TEST_F(Loading, CancellingEmptiesTheLayerButKeepsItsFile)
 {
@@ -95,10 +74,10 @@ TEST_F(Loading, CancellingEmptiesTheLayerButKeepsItsFile)
     std::int16_t base = 0;
     editor.doc.activeLayer = 0;
     ASSERT_FALSE(editor.doc.addLine("1,0,0,1,1,1,0,0,0", base, 1));
-    ASSERT_EQ(lineLayers(), (std::vector<int>{207, 1}));
+    ASSERT_EQ(lineLayers(editor), (std::vector<int>{207, 1}));
 
     loadLayerFromMenu(editor, 2); // cancelled
-    EXPECT_EQ(lineLayers(), (std::vector<int>{1}));
+    EXPECT_EQ(lineLayers(editor), (std::vector<int>{1}));
     EXPECT_EQ(editor.layers.captions[2], QStringLiteral("Layer 2"));
     EXPECT_EQ(editor.doc.layerFile[2], path);
     EXPECT_EQ(editor.doc.activeLayer, 0);
@@ -139,12 +118,14 @@ TEST_F(Loading, DroppedFilesFillTheLayersWithoutAFile)
         const char* name;
         std::vector<int> taken;
         int files;
-        std::vector<int> lines; // layer * 100 + the file's number
+        bool firstStops; // at a bad record after its first line
+        std::vector<int> lines;
     } cases[] = {
-        {"all free", {}, 2, {1, 102}},
-        {"two free", {0, 2}, 2, {101, 302}},
-        {"the last ones follow the previous", {0, 1, 2}, 3, {301, 302, 303}},
-        {"none free goes to layer 2", {0, 1, 2, 3}, 2, {201, 202}},
+        {"all free", {}, 2, false, {1, 102}},
+        {"two free", {0, 2}, 2, false, {101, 302}},
+        {"the last ones follow the previous", {0, 1, 2}, 3, false, {301, 302, 303}},
+        {"none free goes to layer 2", {0, 1, 2, 3}, 2, false, {201, 202}},
+        {"a file that stops does not stop the drop", {}, 2, true, {1, 102}},
     };
     for (const auto& c : cases) {
         FakeWorld w;
@@ -153,22 +134,15 @@ TEST_F(Loading, DroppedFilesFillTheLayersWithoutAFile)
             w.editor.doc.layerFile[n] = QStringLiteral("taken.txt");
         for (int i = 1; i <= c.files; ++i)
             paths << lineFile(qPrintable(QStringLiteral("%1.txt").arg(i)), i);
+        if (c.firstStops)
+            paths[0] = mapFile("bad.txt", "L 1,0,0,1,1,1,0,0,0\nL 2,x\nL 3,0,0,1,1,1,0,0,0\n");
         dropFiles(w.editor, paths);
-        std::vector<int> lines;
-        for (const MapLine& l : w.editor.doc.lines())
-            lines.push_back(l.layer * 100 + int(l.p1.x));
-        EXPECT_EQ(lines, c.lines) << c.name;
+        EXPECT_EQ(lineLayers(w.editor), c.lines) << c.name;
         const int last = c.lines.back() / 100;
         EXPECT_EQ(w.editor.doc.activeLayer, last) << c.name;
         EXPECT_EQ(w.editor.doc.layerFile[last], paths.back()) << c.name;
         EXPECT_EQ(w.editor.layers.captions[last], QString::number(c.files) + ".txt") << c.name;
     }
-}
-
-TEST_F(Loading, AFileThatStopsDoesNotKeepTheRestOfADropFromLoading)
-{
-    dropFiles(editor, {mapFile("bad.txt", "L 1,0,0,1,1,1,0,0,0\nL 2,x\nL 3,0,0,1,1,1,0,0,0\n"), lineFile("good.txt", 4)});
-    EXPECT_EQ(lineLayers(), (std::vector<int>{1, 104}));
 }
 
 TEST_F(Loading, TheBaseLayerIsFittedOtherLayersOnlyReapplyTheZoomAndErrorsEndTheLoadSilently)
@@ -204,8 +178,11 @@ TEST_F(Loading, TheBaseLayerIsFittedOtherLayersOnlyReapplyTheZoomAndErrorsEndThe
         EXPECT_EQ(w.events.calls, c.pumped) << c.name;
         EXPECT_TRUE(c.scale != 1 || w.editor.view.offsetX == 12) << c.name << ": the view is left as it was";
         EXPECT_EQ(w.editor.doc.lineCount(), c.lines) << c.name;
+        for (const MapLine& l : w.editor.doc.lines())
+            EXPECT_EQ(l.layer, c.layer) << c.name;
         // Read or not, the layer is active and shown, and carries the file.
         EXPECT_TRUE(w.editor.doc.activeLayer == c.layer && w.editor.layers.checked[c.layer]) << c.name;
+        EXPECT_EQ(markerColor(w.editor, c.layer), kRed) << c.name;
         EXPECT_EQ(w.editor.doc.layerFile[c.layer], path) << c.name;
         EXPECT_EQ(w.editor.layers.captions[c.layer], name) << c.name;
         EXPECT_EQ(w.settings.get(kSettings, kFolderKey, {}), folderPath(c.text.isNull() ? "nowhere" : "maps"));

@@ -63,15 +63,6 @@ const QByteArray kLine1 = "L 1, 2, 3, 4, 5, 6, 255, 0, 0";
 const QByteArray kLine2 = "L 2,0,0,1,1,1,0,255,0";
 const QByteArray kLabel = "P 1, 2, 3, 0, 0, 255, 2, Camp Fire";
 
-QByteArray everyByteValue()
-{
-    QByteArray bytes;
-    for (int round = 0; round < 50; ++round)
-        for (int b = 0; b < 256; ++b)
-            bytes.append(char(b));
-    return bytes;
-}
-
 TEST(MapReader, LineEndsSkippedLinesAndTheStopAtABadRecord)
 {
     const struct {
@@ -91,7 +82,6 @@ TEST(MapReader, LineEndsSkippedLinesAndTheStopAtABadRecord)
              "L1,2,3,4,5,6,0,0,0\r\np 1,2,3,0,0,0,1,x\r\n P 1,2,3,0,0,0,1,x\r\nP\t1,2,3,0,0,0,1,x\r\nL\r\nP\r\n"
              "Lx\r\nX 1,2,3,4,5,6,0,0,0\r\n\tL 1,2,3,4,5,6,0,0,0\r\n" + kLine2,
          "L1 L2 ", 0, ""},
-        {"binary", kLine1 + "\r\n" + everyByteValue() + "\n" + kLine2, "L1 L2 ", 0, ""},
         {"empty", "", "", 0, ""},
         {"only ends", "\n\n\r", "", 0, ""},
         {"colour", kLine1 + "\n" + kLabel + "\n\nL 1,2,3,4,5,6,256,0,0\n" + kLine2, "L1 PCamp_Fire ", 4, "seventh"},

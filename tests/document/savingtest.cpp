@@ -49,18 +49,6 @@ protected:
     }
 };
 
-TEST_F(SaveAllLayers, SkipsEmptyLayersWithoutFilesAndEmptiesFilesOfEmptyLayers)
-{
-    editor.doc.layerFile[1] = path("one.txt");
-    writeFile(editor.doc.layerFile[1], "L 1,1,1,1,1,1,1,1,1\r\n");
-    saveAllLayers(editor);
-    EXPECT_TRUE(messages().isEmpty());
-    EXPECT_EQ(world.fileDialog.saves, 0);
-    EXPECT_EQ(readFile(editor.doc.layerFile[1]), QByteArray());
-    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList{QStringLiteral("one.txt")});
-    EXPECT_EQ(world.surface.frames(), 0); // nothing is redrawn
-}
-
 TEST_F(SaveAllLayers, AsksForAFileOnceAndThenSavesWithoutAsking)
 {
     addLabel(0);
@@ -85,24 +73,26 @@ TEST_F(SaveAllLayers, AsksForAFileOnceAndThenSavesWithoutAsking)
               QByteArray("L 1,2,3,4,5,6,7,8,9\r\nL 2,2,2,2,2,2,2,2,2\r\nP 1,2,3,4,5,6,7,Camp\r\n"));
 }
 
-TEST_F(SaveAllLayers, CancellingSkipsOnlyThatLayer)
+TEST_F(SaveAllLayers, CancellingSkipsOnlyThatLayerAndLayersWithoutRecordsAreEmptiedOrSkipped)
 {
     addLine(0);
     addLabel(2); // a label alone is enough to ask
     editor.doc.layerFile[3] = path("three.txt");
-    addLine(3, "3,3,3,3,3,3,3,3,3");
+    writeFile(editor.doc.layerFile[3], "L 3,3,3,3,3,3,3,3,3\r\n");
     world.fileDialog.fileName = QStringLiteral("/earlier/name.txt");
     world.fileDialog.answers = {QString(), path("two.txt")};
     saveAllLayers(editor);
 
+    // Layer 1 has neither records nor a file: nothing is asked or made for it.
     EXPECT_EQ(messages(), (QStringList{"The layer 0 needs to have a file defined for me to save.",
                                        "The layer 2 needs to have a file defined for me to save."}));
     EXPECT_EQ(world.fileDialog.saves, 2);
     EXPECT_TRUE(editor.doc.layerFile[0].isEmpty());
     EXPECT_EQ(editor.layers.captions[0], QStringLiteral("Base Layer"));
     EXPECT_EQ(readFile(path("two.txt")), QByteArray("P 1,2,3,4,5,6,7,Camp\r\n"));
-    EXPECT_EQ(readFile(path("three.txt")), QByteArray("L 3,3,3,3,3,3,3,3,3\r\n"));
+    EXPECT_EQ(readFile(path("three.txt")), QByteArray());
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), (QStringList{"three.txt", "two.txt"}));
+    EXPECT_EQ(world.surface.frames(), 0); // nothing is redrawn
 
     // The dialog starts with an empty name, not the one used last.
     world.fileDialog.fileName = QStringLiteral("/earlier/name.txt");
