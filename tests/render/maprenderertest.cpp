@@ -57,14 +57,17 @@ TEST(MapRenderer, LinesThenLabelsEachInRecordOrderAtTheirSurfacePlace)
     frame.push_back(Op::Refresh);
     EXPECT_EQ(opsOf(w.surface), frame);
 
-    std::vector<float> lines, places;
-    for (const auto& c : w.surface.only(Op::Line)) {
-        lines.insert(lines.end(), {c.a, c.b, c.c, c.d});
-        EXPECT_EQ(c.penWidth, 2);
+    std::vector<float> lines, marks, places;
+    for (const auto& c : w.surface.only(Op::Line))
+        lines.insert(lines.end(), {c.a, c.b, c.c, c.d, float(c.penWidth)});
+    for (const auto& c : w.surface.only(Op::Circle)) {
+        marks.insert(marks.end(), {c.a, c.b, c.c});
+        EXPECT_TRUE(c.colour == kBlack && c.fill == kBlack) << "a black disc";
     }
     for (const auto& c : w.surface.only(Op::TextPosition))
         places.insert(places.end(), {c.a, c.b});
-    EXPECT_EQ(lines, (std::vector<float>{102, -46, 106, -42, 110, -38, 114, -34}));
+    EXPECT_EQ(lines, (std::vector<float>{102, -46, 106, -42, 2, 110, -38, 114, -34, 2}));
+    EXPECT_EQ(marks, (std::vector<float>{114, -34, 2, 118, -30, 2})); // the scale is the radius
     EXPECT_EQ(places, (std::vector<float>{114, -34, 118, -30}));
     const auto printed = w.surface.only(Op::Print);
     EXPECT_EQ(printed.at(0).text + " " + printed.at(1).text, "First Second");
@@ -169,44 +172,33 @@ TEST(MapRenderer, HeightFilterTestsTheFirstEndOnlyAndHidesOnlyAGreaterDifference
     }
 }
 
-TEST(MapRenderer, LabelMarkerIsABlackDiscOfTheScaleAndTheFontFollowsTheScaleOnly)
-{
-    const float cases[][2] = {{0.5f, 10}, {9.5f, 10}, {10, 11}, {25, 12}, {99.5f, 19}, {100, 20}};
-    for (const auto& c : cases) {
-        FakeWorld w;
-        setCurrentScale(w.editor, c[0]);
-        addTestLabel(w.editor, 4, 6, 0, kGreen, "Small", 0, 0);
-        addTestLabel(w.editor, 4, 6, 0, kGreen, "Large", 0, 3);
-        drawLines(w.editor);
-        for (const auto& circle : w.surface.only(Op::Circle)) {
-            EXPECT_EQ((std::vector<float>{circle.a, circle.b, circle.c}), (std::vector<float>{4 * c[0], 6 * c[0], c[0]}));
-            EXPECT_TRUE(circle.colour == kBlack && circle.fill == kBlack && circle.pen == kGreen) << c[0];
-            EXPECT_EQ(circle.penWidth, 1) << "no line was drawn, so the marker keeps the surface's width";
-        }
-        for (const auto& font : w.surface.only(Op::Font))
-            EXPECT_EQ((std::vector<float>{font.a, font.b}), (std::vector<float>{c[1], 0})) << "not bold, at " << c[0];
-        EXPECT_EQ(w.surface.only(Op::Font).size(), 2u);
-    }
-}
-
-TEST(MapRenderer, TheFrameLeavesTheStateOfItsLastDrawing)
+TEST(MapRenderer, TheFontFollowsTheScaleAndTheFrameLeavesTheStateOfItsLastDrawing)
 {
     FakeWorld w;
-    setCurrentScale(w.editor, 30);
-    w.surface.setPenColor(kGreen);
-    addTestLine(w.editor, 0, 0, 0, 10, 10, 0, kBlue);
+    addTestLabel(w.editor, 0, 0, 0, kGreen, "One", 0, 0);
+    addTestLabel(w.editor, 0, 0, 0, ColorRGB{9, 8, 7}, "Two", 0, 3);
+    setCurrentScale(w.editor, 9.5f);
     drawLines(w.editor);
-    EXPECT_TRUE(w.surface.calls.back().pen == kBlack && w.surface.calls.back().penWidth == 2) << "after a line";
+    EXPECT_EQ(w.surface.only(Op::Circle).back().penWidth, 1) << "before any line, markers keep the first width";
+    EXPECT_TRUE(w.surface.calls.back().pen == (ColorRGB{9, 8, 7}) && w.surface.calls.back().fill == kBlack);
 
-    addTestLabel(w.editor, 0, 0, 0, kGreen, "One");
-    addTestLabel(w.editor, 0, 0, 0, ColorRGB{9, 8, 7}, "Two");
+    addTestLine(w.editor, 0, 0, 0, 10, 10, 0, kBlue);
+    setCurrentScale(w.editor, 99.5f);
     drawLines(w.editor);
     const auto& last = w.surface.calls.back();
     EXPECT_TRUE(last.pen == (ColorRGB{9, 8, 7}) && last.penWidth == 2 && last.fill == kBlack) << "after labels";
-    EXPECT_EQ(w.surface.only(Op::Font).back().a, 13);
+    // Int(scale / 10) + 10 points whatever the size code, never bold.
+    std::vector<float> fonts;
+    for (const auto& c : w.surface.only(Op::Font))
+        fonts.insert(fonts.end(), {c.a, c.b});
+    EXPECT_EQ(fonts, (std::vector<float>{10, 0, 10, 0, 19, 0, 19, 0}));
 
+    w.editor.display.showLabels = false;
+    w.surface.setPenColor(kGreen);
+    drawLines(w.editor);
+    EXPECT_TRUE(w.surface.calls.back().pen == kBlack && w.surface.calls.back().penWidth == 2) << "after a line";
     // A later frame with nothing drawn changes nothing.
-    w.editor.display.showLines = w.editor.display.showLabels = false;
+    w.editor.display.showLines = false;
     w.surface.setPenColor(kGreen);
     drawLines(w.editor);
     EXPECT_TRUE(w.surface.calls.back().pen == kGreen && w.surface.calls.back().penWidth == 2) << "after nothing";

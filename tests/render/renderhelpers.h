@@ -18,8 +18,7 @@ inline MapLine& addTestLine(Editor& editor, float x1, float y1, float z1, float 
     char text[256];
     std::snprintf(text, sizeof text, "%.9g,%.9g,%.9g,%.9g,%.9g,%.9g,%d,%d,%d", double(x1), double(y1), double(z1),
                   double(x2), double(y2), double(z2), colour.r, colour.g, colour.b);
-    const auto error = editor.doc.addLine(text, layer, editor.view.currentScale);
-    if (error)
+    if (const auto error = editor.doc.addLine(text, layer, editor.view.currentScale))
         throw std::runtime_error(*error);
     return editor.doc.lines().back();
 }
@@ -30,8 +29,7 @@ inline MapLabel& addTestLabel(Editor& editor, float x, float y, float z, ColorRG
     char text[256];
     std::snprintf(text, sizeof text, "%.9g,%.9g,%.9g,%d,%d,%d,%d,%s", double(x), double(y), double(z), colour.r,
                   colour.g, colour.b, size, name.c_str());
-    const auto error = editor.doc.addLabel(text, layer, editor.view.currentScale);
-    if (error)
+    if (const auto error = editor.doc.addLabel(text, layer, editor.view.currentScale))
         throw std::runtime_error(*error);
     return editor.doc.labels().back();
 }
