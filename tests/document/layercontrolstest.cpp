@@ -65,10 +65,9 @@ TEST_F(LayerControlsTest, UncheckingTheActiveLayerHidesItButKeepsItActive)
 TEST_F(LayerControlsTest, CloseAllLayersStartsAfreshAndLeavesNothingToSave)
 {
     QTemporaryDir dir;
-    for (std::int16_t n = 0; n < kLayerCount; ++n) {
-        editor.doc.layerFile[n] = QDir::toNativeSeparators(dir.filePath(QStringLiteral("layer%1.txt").arg(n)));
-        editor.layers.captions[n] = QStringLiteral("layer%1.txt").arg(n);
-        std::int16_t layer = n;
+    editor.doc.layerFile.fill(QDir::toNativeSeparators(dir.filePath(QStringLiteral("layer.txt"))));
+    editor.layers.captions.fill(QStringLiteral("layer.txt"));
+    for (std::int16_t layer : {1, 3}) {
         ASSERT_FALSE(editor.doc.addLine("1,2,3,4,5,6,7,8,9", layer, 1));
         ASSERT_FALSE(editor.doc.addLabel("1,2,3,4,5,6,7,x", layer, 1));
     }

@@ -85,24 +85,6 @@ TEST_F(Zoom, ReapplyingReadsTheMarkerBackHalfAStepHigher)
     }
 }
 
-TEST_F(Zoom, CenterPutsTheBoxOfAllLinesAndLabelsAtTheMiddleAtScaleOne)
-{
-    setCurrentScale(editor, 3);
-    editor.view.offsetX = 7;
-    add(editor, Label, -50, 100, 0, 0, 3); // a layer that is not shown counts too
-    centerContent(editor);
-    EXPECT_TRUE(editor.view.currentScale == 3 && editor.view.offsetX == 7) << "no lines: nothing happens";
-
-    add(editor, Line, 10, 20, 30, -40, 1);
-    add(editor, Line, 0, 0, 5, 5, 0);
-    centerContent(editor);
-    EXPECT_EQ(editor.view.currentScale, 1);
-    EXPECT_EQ(editor.view.offsetX, 6795.0f / 2 + 10);
-    EXPECT_EQ(editor.view.offsetY, 7155.0f / 2 - 30);
-    EXPECT_EQ(editor.doc.lines()[0].p2.sx, 30);
-    EXPECT_EQ(editor.zoom.caption, QStringLiteral("Scale: 1"));
-}
-
 TEST_F(Zoom, FitSettlesHalfAStepBelowTheFirstScaleThatOverflows)
 {
     const struct {
