@@ -16,6 +16,18 @@ const char* skipBlanks(const char* p, const char* end)
     return p;
 }
 
+// Leading blanks and an optional sign; returns where the number starts.
+const char* skipBlanksAndSign(const char* p, const char* end, bool& negative)
+{
+    p = skipBlanks(p, end);
+    negative = false;
+    if (p != end && (*p == '-' || *p == '+')) {
+        negative = *p == '-';
+        ++p;
+    }
+    return p;
+}
+
 // Whole numbers longer than this take the general way; none of them fits.
 constexpr int kMaxWholeDigits = 18;
 
@@ -51,12 +63,8 @@ std::optional<float> RecordFields::single()
     if (m_done)
         return std::nullopt;
     const char* const end = m_rest.data() + m_rest.size();
-    const char* p = skipBlanks(m_rest.data(), end);
     bool negative = false;
-    if (p != end && (*p == '-' || *p == '+')) {
-        negative = *p == '-';
-        ++p;
-    }
+    const char* p = skipBlanksAndSign(m_rest.data(), end, negative);
     if (p != end && (isDigit(*p) || *p == '.')) {
         float v = 0;
         const auto [stop, ec] = std::from_chars(p, end, v, std::chars_format::general);
@@ -78,12 +86,8 @@ std::optional<Int> RecordFields::whole(long long low, long long high, std::optio
     if (m_done)
         return std::nullopt;
     const char* const end = m_rest.data() + m_rest.size();
-    const char* p = skipBlanks(m_rest.data(), end);
     bool negative = false;
-    if (p != end && (*p == '-' || *p == '+')) {
-        negative = *p == '-';
-        ++p;
-    }
+    const char* p = skipBlanksAndSign(m_rest.data(), end, negative);
     const char* const digits = p;
     long long value = 0;
     for (; p != end && isDigit(*p) && p - digits < kMaxWholeDigits; ++p)
