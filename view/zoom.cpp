@@ -4,6 +4,7 @@
 #include "view/viewcontrol.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace plotwell {
 namespace {
@@ -24,17 +25,21 @@ struct Bounds {
     }
 };
 
-// The world box of every line end and label of all layers, seeded with
-// start; false when there is nothing to take in.
-bool contentBounds(const MapDocument& doc, Bounds& box)
+// The world box of every line end and label of all layers, whether shown or
+// not; none when the document is empty.
+std::optional<Bounds> contentBounds(const MapDocument& doc)
 {
+    if (doc.lines().empty() && doc.labels().empty())
+        return std::nullopt;
+    const MapPoint& seed = doc.lines().empty() ? doc.labels().front().pos : doc.lines().front().p1;
+    Bounds box{seed.x, seed.x, seed.y, seed.y};
     for (const MapLine& line : doc.lines()) {
         box.take(line.p1);
         box.take(line.p2);
     }
     for (const MapLabel& label : doc.labels())
         box.take(label.pos);
-    return doc.lineCount() > 0 || doc.labelCount() > 0;
+    return box;
 }
 
 } // namespace
@@ -66,9 +71,7 @@ void centerContent(Editor& editor)
     setCurrentScale(editor, 1);
     editor.view.offsetX = 0;
     editor.view.offsetY = 0;
-    const MapPoint& first = doc.lines().front().p1;
-    Bounds box{first.x, first.x, first.y, first.y};
-    contentBounds(doc, box);
+    const Bounds box = *contentBounds(doc);
     const float cx = (box.maxX + box.minX) / 2;
     const float cy = (box.maxY + box.minY) / 2;
     editor.view.offsetX = editor.map.width / 2 - cx;
@@ -85,21 +88,15 @@ void fitContentToScreen(Editor& editor)
     // world rectangle the surface shows; the box of all points tells the same
     // as testing every point, so each trial scale costs nothing. The trial
     // scales step exactly as repeated setCurrentScale calls would.
-    Bounds box{0, 0, 0, 0};
-    const bool any = !editor.doc.lines().empty() || !editor.doc.labels().empty();
-    if (any) {
-        const MapPoint& seed = !editor.doc.lines().empty() ? editor.doc.lines().front().p1
-                                                            : editor.doc.labels().front().pos;
-        box = {seed.x, seed.x, seed.y, seed.y};
-        contentBounds(editor.doc, box);
-    }
+    const std::optional<Bounds> content = contentBounds(editor.doc);
     ViewState trial = editor.view;
     const auto clampScale = [](float s) { return std::clamp(s, 0.5f, 100.0f); };
     float result;
     for (;;) {
         const MapPoint a = toWorld(trial, 0, 0);
         const MapPoint b = toWorld(trial, editor.map.width, editor.map.height);
-        const bool overflows = any && (box.minX < a.x || box.maxX > b.x || box.minY < a.y || box.maxY > b.y);
+        const bool overflows = content
+            && (content->minX < a.x || content->maxX > b.x || content->minY < a.y || content->maxY > b.y);
         if (overflows) {
             result = clampScale(trial.currentScale - 0.5f);
             break;
