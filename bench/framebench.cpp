@@ -6,10 +6,10 @@
 #include "platform/qimagesurface.h"
 #include "render/displayoptions.h"
 #include "render/labelfont.h"
-#include "render/maprenderer.h"
-#include "shell/editor.h"
+#include "editor/drawlines.h"
+#include "editor/editor.h"
+#include "editor/viewcommands.h"
 #include "view/viewcontrol.h"
-#include "view/zoom.h"
 
 #include <QBuffer>
 #include <QElapsedTimer>
@@ -70,10 +70,10 @@ void zoomToCentre(Editor& editor)
         take(line.p1), take(line.p2);
     for (const MapLabel& label : editor.doc.labels())
         take(label.pos);
-    setCurrentScale(editor, editor.view.currentScale * 4);
+    setCurrentScale(editor.view, editor.doc, editor.view.currentScale * 4);
     const float s = editor.view.currentScale;
-    editor.view.offsetX = editor.map.width / 2 - (minX + maxX) / 2 * s;
-    editor.view.offsetY = editor.map.height / 2 - (minY + maxY) / 2 * s;
+    editor.view.offsetX = editor.view.mapWidth / 2 - (minX + maxX) / 2 * s;
+    editor.view.offsetY = editor.view.mapHeight / 2 - (minY + maxY) / 2 * s;
 }
 
 // The least a frame of this geometry can cost with QPainter: every line of a
@@ -174,8 +174,8 @@ int runFrameBench(const QStringList& args)
     NullEventPump events;
     NullClipboard clipboard;
     Editor editor(Services{surface, fileDialog, dialogs, settings, events, clipboard});
-    editor.map.width = surface.width();
-    editor.map.height = surface.height();
+    editor.view.mapWidth = surface.width();
+    editor.view.mapHeight = surface.height();
 
     QByteArray text = QByteArray::fromStdString(generateMapText(lineCount, labelCount));
     QBuffer buffer(&text);

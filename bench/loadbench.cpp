@@ -2,6 +2,7 @@
 #include "bench/mapgen.h"
 #include "document/mapdocument.h"
 #include "document/mapreader.h"
+#include "platform/memoryhint.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -91,6 +92,7 @@ LoadRun timeLoad(const QString& path)
 {
     LoadRun run;
     MapDocument doc;
+    doc.setFillAdvice(adviseLargeFill); // as the editor's document has
     resetPeakResident();
     const std::size_t before = residentBytes();
     QElapsedTimer timer;

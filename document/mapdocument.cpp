@@ -1,8 +1,6 @@
 #include "document/mapdocument.h"
 
 #include "document/recordfields.h"
-#include "platform/memoryhint.h"
-#include "view/viewtransform.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -104,25 +102,65 @@ bool MapDocument::removeRecordsWhere(const std::function<bool(std::int16_t, bool
     const bool removed = lineEnd != m_lines.end() || labelEnd != m_labels.end();
     m_lines.erase(lineEnd, m_lines.end());
     m_labels.erase(labelEnd, m_labels.end());
+    if (removed)
+        ++m_removals;
     return removed;
 }
 
 void MapDocument::removeLastLine()
 {
-    if (!m_lines.empty())
-        m_lines.pop_back();
+    if (m_lines.empty())
+        return;
+    m_lines.pop_back();
+    ++m_removals;
 }
 
 void MapDocument::removeLastLabel()
 {
-    if (!m_labels.empty())
-        m_labels.pop_back();
+    if (m_labels.empty())
+        return;
+    m_labels.pop_back();
+    ++m_removals;
 }
 
 void MapDocument::clearRecords()
 {
     std::vector<MapLine>().swap(m_lines);
     std::vector<MapLabel>().swap(m_labels);
+    ++m_removals;
+}
+
+void MapDocument::clearSelection()
+{
+    for (MapLine& line : m_lines)
+        line.selected = false;
+    for (MapLabel& label : m_labels)
+        label.selected = false;
+}
+
+void MapDocument::recolorSelection(ColorRGB colour)
+{
+    const auto recolor = [colour](auto& record) {
+        if (!record.selected)
+            return;
+        record.r = colour.r;
+        record.g = colour.g;
+        record.b = colour.b;
+    };
+    for (MapLine& line : m_lines)
+        recolor(line);
+    for (MapLabel& label : m_labels)
+        recolor(label);
+}
+
+void MapDocument::rescale(float scale)
+{
+    for (MapLine& line : m_lines) {
+        scalePoint(line.p1, scale);
+        scalePoint(line.p2, scale);
+    }
+    for (MapLabel& label : m_labels)
+        scalePoint(label.pos, scale);
 }
 
 void MapDocument::reserveMore(std::size_t lines, std::size_t labels)
@@ -135,8 +173,8 @@ void MapDocument::reserveMore(std::size_t lines, std::size_t labels)
     } catch (const std::exception&) {
         return;
     }
-    // The room for lines is filled next, in order.
-    adviseLargeFill(m_lines.data() + m_lines.size(), (m_lines.capacity() - m_lines.size()) * sizeof(MapLine));
+    if (m_fillAdvice)
+        m_fillAdvice(m_lines.data() + m_lines.size(), (m_lines.capacity() - m_lines.size()) * sizeof(MapLine));
 }
 
 std::string toLabelText(std::string_view s)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/colorrgb.h"
 #include "document/maprecords.h"
 
 #include <QString>
@@ -18,15 +19,14 @@ namespace plotwell {
 using RecordError = std::optional<std::string>;
 
 // The records of all four layers, the file each layer belongs to, and the
-// active layer. Records enter only through addLine and addLabel, which parse
-// the field text of an L or P record; they keep the order of appending.
+// active layer. Records are read through const views; every change to them
+// goes through the operations below, the document's one door for edits:
+// appending a parsed record, removing, setting selection flags, recolouring
+// and rescaling. Records keep the order of appending.
 class MapDocument {
 public:
     const std::vector<MapLine>& lines() const { return m_lines; }
     const std::vector<MapLabel>& labels() const { return m_labels; }
-    // For changing records in place (selection, colour, scaled coordinates).
-    std::vector<MapLine>& lines() { return m_lines; }
-    std::vector<MapLabel>& labels() { return m_labels; }
     std::size_t lineCount() const { return m_lines.size(); }
     std::size_t labelCount() const { return m_labels.size(); }
 
@@ -51,13 +51,36 @@ public:
     // Removes every record of every layer (the file names stay).
     void clearRecords();
 
-    // Room for this many more records, so that a large load grows once; the
-    // system is asked to back the room for lines with large pages.
+    // Selection flags, by index into lines() or labels().
+    void setLineSelected(std::size_t index, bool selected) { m_lines[index].selected = selected; }
+    void setLabelSelected(std::size_t index, bool selected) { m_labels[index].selected = selected; }
+    // Every line and label unselected.
+    void clearSelection();
+
+    // Every selected line and label takes the colour.
+    void recolorSelection(ColorRGB colour);
+
+    // Sets sx, sy of every point for a new scale.
+    void rescale(float scale);
+
+    // Counts the edits that removed records. What is kept about records by
+    // index elsewhere stays valid while it is unchanged: records are then
+    // only appended.
+    std::uint64_t removals() const { return m_removals; }
+
+    // Room for this many more records, so that a large load grows once.
     void reserveMore(std::size_t lines, std::size_t labels);
+
+    // Told of the room reserved for lines, which a load fills next from start
+    // to end, so that the system may back it with large pages.
+    using FillAdvice = void (*)(void* begin, std::size_t bytes);
+    void setFillAdvice(FillAdvice advice) { m_fillAdvice = advice; }
 
 private:
     std::vector<MapLine> m_lines;
     std::vector<MapLabel> m_labels;
+    std::uint64_t m_removals = 0;
+    FillAdvice m_fillAdvice = nullptr;
 };
 
 // Leading and trailing blanks removed, every other blank replaced by "_".

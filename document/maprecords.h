@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <cstdint>
 #include <string>
 
@@ -17,6 +19,13 @@ struct MapPoint {
     float sx = 0;
     float sy = 0;
 };
+
+// sx, sy := x, y times the scale, in single precision.
+inline void scalePoint(MapPoint& p, float scale)
+{
+    p.sx = p.x * scale;
+    p.sy = p.y * scale;
+}
 
 struct MapLine {
     MapPoint p1;
@@ -39,5 +48,11 @@ struct MapLabel {
     bool selected = false;
     std::int16_t layer = 0;
 };
+
+// The name a layer is shown by until it has a file: "Base Layer", "Layer 1" .. "Layer 3".
+inline QString defaultLayerName(int layer)
+{
+    return layer == 0 ? QStringLiteral("Base Layer") : QStringLiteral("Layer %1").arg(layer);
+}
 
 } // namespace plotwell

@@ -1,5 +1,7 @@
 #include "platform/qimagesurface.h"
 
+#include "platform/twips.h"
+
 #include <QPen>
 
 #include <algorithm>
@@ -8,13 +10,11 @@
 namespace plotwell {
 namespace {
 
-constexpr float kTwipsPerPixel = 15;
+constexpr float kPerPixel = float(kTwipsPerPixel);
 // Dots per metre of 96 dots per inch, so that points become pixels as on a 96-dpi screen.
 constexpr int kDotsPerMeter = 3780;
 
-QColor toQColor(ColorRGB c) { return QColor(c.r, c.g, c.b); }
-
-int pixels(float twips) { return std::max(1, int(std::lround(twips / kTwipsPerPixel))); }
+int pixels(float twips) { return std::max(1, px(twips)); }
 
 QImage makeImage(float widthTwips, float heightTwips)
 {
@@ -120,10 +120,10 @@ void QImageSurface::clear()
 
 void QImageSurface::line(float x1, float y1, float x2, float y2)
 {
-    x1 /= kTwipsPerPixel;
-    y1 /= kTwipsPerPixel;
-    x2 /= kTwipsPerPixel;
-    y2 /= kTwipsPerPixel;
+    x1 /= kPerPixel;
+    y1 /= kPerPixel;
+    x2 /= kPerPixel;
+    y2 /= kPerPixel;
     if (!(std::isfinite(x1) && std::isfinite(y1) && std::isfinite(x2) && std::isfinite(y2)))
         return;
     // The square caps and the pen's width reach at most a pen width past the ends.
@@ -139,9 +139,9 @@ void QImageSurface::line(float x1, float y1, float x2, float y2)
 
 void QImageSurface::circle(float cx, float cy, float radius, ColorRGB outline)
 {
-    cx /= kTwipsPerPixel;
-    cy /= kTwipsPerPixel;
-    const float r = std::fabs(radius) / kTwipsPerPixel;
+    cx /= kPerPixel;
+    cy /= kPerPixel;
+    const float r = std::fabs(radius) / kPerPixel;
     if (!(std::isfinite(cx) && std::isfinite(cy) && std::isfinite(r)))
         return;
     const float reach = r + float(std::max(m_penWidth, 1)) + 2;
@@ -180,8 +180,8 @@ void QImageSurface::setFont(float points, bool bold) { m_text.setFont(points, bo
 
 void QImageSurface::print(std::string_view text)
 {
-    const float x = m_textX / kTwipsPerPixel;
-    const float y = m_textY / kTwipsPerPixel;
+    const float x = m_textX / kPerPixel;
+    const float y = m_textY / kPerPixel;
     if (text.empty() || !(std::isfinite(x) && std::isfinite(y)))
         return;
     // A bound that needs no layout: no glyph is wider than the widest one,
@@ -206,8 +206,8 @@ void QImageSurface::paintPicture(const QImage& picture, const QRectF& target, co
     flushLines();
     QPainter& p = painter();
     const auto toPixels = [](const QRectF& r) {
-        return QRectF(r.x() / kTwipsPerPixel, r.y() / kTwipsPerPixel, r.width() / kTwipsPerPixel,
-                      r.height() / kTwipsPerPixel);
+        return QRectF(r.x() / kPerPixel, r.y() / kPerPixel, r.width() / kPerPixel,
+                      r.height() / kPerPixel);
     };
     p.setCompositionMode(op == RasterOp::Or ? QPainter::RasterOp_SourceOrDestination
                                             : QPainter::CompositionMode_Source);

@@ -30,6 +30,11 @@ struct DisplayOptions {
     std::int16_t brightness = 0; // sldBrightness, 0..255
 };
 
+// The height filter: a record at height z is hidden only when the filter is
+// on and its difference from the current Z, as a single, is strictly greater
+// than the range.
+bool outsideHeightRange(const DisplayOptions& options, float z, float currentZ);
+
 // value raised to low if below it, then lowered to high if above it.
 std::int16_t clampInt(std::int16_t value, std::int16_t low, std::int16_t high);
 

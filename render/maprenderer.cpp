@@ -4,49 +4,41 @@
 #include "render/labelfont.h"
 #include "render/stereo.h"
 #include "render/underlay.h"
-#include "shell/editor.h"
 
 #include <cmath>
 
 namespace plotwell {
 namespace {
 
-// The height filter: hidden only when the difference, as a single, is
-// strictly greater than the range.
-bool outsideHeightRange(const DisplayOptions& options, float z, float currentZ)
-{
-    return options.heightFilterOn && float(std::fabs(double(z) - double(currentZ))) > options.heightRange;
-}
-
 // A layer number without a check box would be a fault of the document; such
 // a record is not drawn rather than read past the boxes.
-bool layerVisible(const Editor& editor, std::int16_t layer)
+bool layerVisible(const FrameSource& source, std::int16_t layer)
 {
-    return layer >= 0 && layer < kLayerCount && editor.layers.checked[std::size_t(layer)];
+    return layer >= 0 && layer < kLayerCount && source.layerShown[std::size_t(layer)];
 }
 
-void drawAllLines(Editor& editor, bool noSelected)
+void drawAllLines(DrawingSurface& surface, const FrameSource& source, bool noSelected)
 {
-    DrawingSurface& surface = editor.services.surface;
-    const DisplayOptions& options = editor.display;
+    const DisplayOptions& options = source.display;
     const ColorRGB background = surface.backColor();
-    const float currentZ = editor.view.currentZ;
-    for (const MapLine& line : editor.doc.lines()) {
+    const float currentZ = source.view.currentZ;
+    const float scale = source.view.currentScale;
+    for (const MapLine& line : source.doc.lines()) {
         // Only the first end's height counts.
         bool draw = !outsideHeightRange(options, line.p1.z, currentZ);
-        if (!layerVisible(editor, line.layer))
+        if (!layerVisible(source, line.layer))
             draw = false;
         if (noSelected && line.selected)
             draw = false;
         if (!draw)
             continue;
-        const MapPoint s1 = toSurfacePoint(editor.view, line.p1);
-        const MapPoint s2 = toSurfacePoint(editor.view, line.p2);
+        const MapPoint s1 = toSurfacePoint(source.view, line.p1);
+        const MapPoint s2 = toSurfacePoint(source.view, line.p2);
         const ColorRGB own{line.r, line.g, line.b};
         const ColorRGB colour = line.selected ? flashColor(options, own) : invertIfNeeded(options, own, background);
         surface.setPenWidth(2);
         if (options.stereoChecked) {
-            drawStereoLine(editor, line, s1, s2, colour);
+            drawStereoLine(surface, options, scale, line, s1, s2, colour);
         } else {
             surface.setPenColor(colour);
             surface.line(s1.sx, s1.sy, s2.sx, s2.sy);
@@ -56,24 +48,23 @@ void drawAllLines(Editor& editor, bool noSelected)
     }
 }
 
-void drawAllLabels(Editor& editor)
+void drawAllLabels(DrawingSurface& surface, const FrameSource& source)
 {
-    DrawingSurface& surface = editor.services.surface;
-    const DisplayOptions& options = editor.display;
+    const DisplayOptions& options = source.display;
     const ColorRGB background = surface.backColor();
-    const float currentZ = editor.view.currentZ;
-    const float scale = editor.view.currentScale;
+    const float currentZ = source.view.currentZ;
+    const float scale = source.view.currentScale;
     const float points = labelFontPoints(scale);
-    for (const MapLabel& label : editor.doc.labels()) {
-        if (outsideHeightRange(options, label.pos.z, currentZ) || !layerVisible(editor, label.layer))
+    for (const MapLabel& label : source.doc.labels()) {
+        if (outsideHeightRange(options, label.pos.z, currentZ) || !layerVisible(source, label.layer))
             continue;
-        const MapPoint s = toSurfacePoint(editor.view, label.pos);
+        const MapPoint s = toSurfacePoint(source.view, label.pos);
         const ColorRGB own{label.r, label.g, label.b};
         ColorRGB colour;
         if (label.selected)
             colour = flashColor(options, own);
         if (options.stereoChecked) {
-            drawStereoLabel(editor, label, s, colour);
+            drawStereoLabel(surface, options, scale, label, s, colour);
             continue;
         }
         if (!label.selected)
@@ -91,20 +82,18 @@ void drawAllLabels(Editor& editor)
 
 } // namespace
 
-void drawLines(Editor& editor, bool noSelected)
+void drawFrame(DrawingSurface& surface, const FrameSource& source, bool noSelected)
 {
-    if (editor.tools.holdDrawing)
-        return;
-    DrawingSurface& surface = editor.services.surface;
-    editor.map.selectBox.border = surface.backColor() == kBlack ? kWhite : kBlack;
     surface.clear();
-    if (editor.underlay.underlayOn)
-        paintUnderlay(editor);
-    if (editor.display.showLines)
-        drawAllLines(editor, noSelected);
-    if (editor.display.showLabels)
-        drawAllLabels(editor);
+    if (source.underlay.underlayOn)
+        paintUnderlay(surface, source.underlay);
+    if (source.display.showLines)
+        drawAllLines(surface, source, noSelected);
+    if (source.display.showLabels)
+        drawAllLabels(surface, source);
     surface.refresh();
 }
+
+ColorRGB selectBoxColor(ColorRGB background) { return background == kBlack ? kWhite : kBlack; }
 
 } // namespace plotwell

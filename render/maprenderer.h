@@ -1,13 +1,31 @@
 #pragma once
 
+#include "document/colorrgb.h"
+#include "document/mapdocument.h"
+#include "platform/drawingsurface.h"
+#include "render/displayoptions.h"
+#include "render/underlaystate.h"
+#include "view/view.h"
+
+#include <array>
+
 namespace plotwell {
 
-class Editor;
+// What a frame is drawn from.
+struct FrameSource {
+    const MapDocument& doc;
+    const View& view;
+    const DisplayOptions& display;
+    const std::array<bool, kLayerCount>& layerShown; // the layers' check boxes
+    const UnderlayState& underlay;
+};
 
-// Paints one whole frame of the map on the editor's drawing surface: clear,
-// underlay, every visible line, then every visible label, then present.
-// Returns at once while holdDrawing is set. With noSelected, selected lines
-// are left out (labels are drawn all the same).
-void drawLines(Editor& editor, bool noSelected = false);
+// Paints one whole frame of the map: clear, underlay, every visible line,
+// then every visible label, then present. With noSelected, selected lines are
+// left out (labels are drawn all the same).
+void drawFrame(DrawingSurface& surface, const FrameSource& source, bool noSelected = false);
+
+// The outline of the selection rectangle: white on a black map, else black.
+ColorRGB selectBoxColor(ColorRGB background);
 
 } // namespace plotwell

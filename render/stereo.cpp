@@ -2,7 +2,6 @@
 
 #include "document/numbertext.h"
 #include "render/labelfont.h"
-#include "shell/editor.h"
 
 #include <algorithm>
 #include <limits>
@@ -32,13 +31,11 @@ float stereoShift(const DisplayOptions& options, float z, float scale)
     return float(double(options.stereo) + (-0.0001 * double(options.stereoZ)) * (double(z) * double(scale)));
 }
 
-void drawStereoLine(Editor& editor, const MapLine& line, const MapPoint& s1, const MapPoint& s2, ColorRGB colour)
+void drawStereoLine(DrawingSurface& surface, const DisplayOptions& options, float scale, const MapLine& line,
+                    const MapPoint& s1, const MapPoint& s2, ColorRGB colour)
 {
-    DrawingSurface& surface = editor.services.surface;
-    const DisplayOptions& options = editor.display;
     // A selected line pulses with the selection flash through its red channel.
     const auto b = std::uint8_t(line.selected ? colour.r : stereoBrightness(options, line.p1.z));
-    const float scale = editor.view.currentScale;
 
     surface.setPenWidth(2);
     surface.setPenColor({b, 0, 0});
@@ -49,11 +46,9 @@ void drawStereoLine(Editor& editor, const MapLine& line, const MapPoint& s1, con
                  s2.sx + stereoShift(options, line.p2.z, scale), s2.sy);
 }
 
-void drawStereoLabel(Editor& editor, const MapLabel& label, const MapPoint& s, ColorRGB colour)
+void drawStereoLabel(DrawingSurface& surface, const DisplayOptions& options, float scale, const MapLabel& label,
+                     const MapPoint& s, ColorRGB colour)
 {
-    DrawingSurface& surface = editor.services.surface;
-    const DisplayOptions& options = editor.display;
-    const float scale = editor.view.currentScale;
     const auto b = std::uint8_t(stereoBrightness(options, label.pos.z));
     const float d = stereoShift(options, label.pos.z, scale);
 

@@ -2,13 +2,12 @@
 
 #include "document/colorrgb.h"
 #include "document/maprecords.h"
+#include "platform/drawingsurface.h"
 #include "render/displayoptions.h"
 
 #include <cstdint>
 
 namespace plotwell {
-
-class Editor;
 
 // The red/cyan anaglyph: every record is drawn in red at its place and in
 // cyan shifted sideways, both as bright as the record is high.
@@ -20,8 +19,10 @@ float stereoShift(const DisplayOptions& options, float z, float scale);
 
 // Draws line record line, whose ends lie at s1 and s2 on the surface; colour
 // is the one the frame chose (the selection colour when the line is selected).
-void drawStereoLine(Editor& editor, const MapLine& line, const MapPoint& s1, const MapPoint& s2, ColorRGB colour);
+void drawStereoLine(DrawingSurface& surface, const DisplayOptions& options, float scale, const MapLine& line,
+                    const MapPoint& s1, const MapPoint& s2, ColorRGB colour);
 // Draws label record label at s; colour counts only when the label is selected.
-void drawStereoLabel(Editor& editor, const MapLabel& label, const MapPoint& s, ColorRGB colour);
+void drawStereoLabel(DrawingSurface& surface, const DisplayOptions& options, float scale, const MapLabel& label,
+                     const MapPoint& s, ColorRGB colour);
 
 } // namespace plotwell

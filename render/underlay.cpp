@@ -1,11 +1,9 @@
 #include "render/underlay.h"
 
-#include "shell/editor.h"
-
 namespace plotwell {
 
 // Painting the picture and the mesh arrives with the underlay commands; until
 // then the step leaves the cleared surface as it is.
-void paintUnderlay(Editor&) {}
+void paintUnderlay(DrawingSurface&, const UnderlayState&) {}
 
 } // namespace plotwell

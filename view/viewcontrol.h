@@ -1,29 +1,28 @@
 #pragma once
 
-#include "document/maprecords.h"
+#include "document/mapdocument.h"
+#include "view/view.h"
 
 #include <QString>
 
 namespace plotwell {
 
-class Editor;
-
 // The view's public operations: the scale with its caption and zoom marker,
-// the offsets, the current Z and the location read-out.
-void adjustOffset(Editor& editor, float x, float y);
-float getCurrentScale(const Editor& editor);
+// the offsets, the current Z and the location read-out. The document's points
+// carry their scaled coordinates, so a change of scale rescales them.
+void adjustOffset(View& view, float x, float y);
 // Clamps to [0.5, 100], rescales every point and moves the zoom marker.
-void setCurrentScale(Editor& editor, float newScale);
-float getCurrentZ(const Editor& editor);
-void setCurrentZ(Editor& editor, float z);
+void setCurrentScale(View& view, MapDocument& doc, float newScale);
 // Sets the "Scale: " caption, then the scaled coordinates of every point.
-void rescaleAll(Editor& editor);
+void rescaleAll(View& view, MapDocument& doc);
 // Scale 1 and offsets 0; the marker stays where it is.
-void resetView(Editor& editor);
+void resetView(View& view, MapDocument& doc);
 // Updates lblX, lblY, lblZ and lblLoc for a surface position.
-void showLocation(Editor& editor, float x, float y);
+void showLocation(View& view, float x, float y);
 
 // The scale rounded to 5 decimals, without trailing zeros, with the given separator.
 QString scaleText(float scale, char decimalSeparator);
+// A single in the read-out's form (at most 7 significant digits, "." as the point).
+QString singleCaption(float value);
 
 } // namespace plotwell

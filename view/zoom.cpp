@@ -1,6 +1,5 @@
 #include "view/zoom.h"
 
-#include "shell/editor.h"
 #include "view/viewcontrol.h"
 
 #include <algorithm>
@@ -44,7 +43,7 @@ std::optional<Bounds> contentBounds(const MapDocument& doc)
 
 } // namespace
 
-void zoomStripMouseMove(Editor& editor, int button, float x)
+void zoomStripMouseMove(View& view, MapDocument& doc, int button, float x)
 {
     if (button != kLeftButton)
         return;
@@ -52,64 +51,52 @@ void zoomStripMouseMove(Editor& editor, int button, float x)
     x = std::clamp(x, 0.0f, w);
     double s = double(x) / w * 99.5 + 0.5;
     s = std::clamp(s, 0.5, 100.0);
-    const float d = float(s - editor.view.currentScale);
-    const MapPoint a = toWorld(editor.view, editor.tools.zoomAnchor.x, editor.tools.zoomAnchor.y);
-    adjustOffset(editor, -a.x * d, -a.y * d);
-    setCurrentScale(editor, float(s));
+    const float d = float(s - view.currentScale);
+    const MapPoint a = toWorld(view, view.zoomAnchor);
+    adjustOffset(view, -a.x * d, -a.y * d);
+    setCurrentScale(view, doc, float(s));
 }
 
-void reapplyZoomScale(Editor& editor)
+void reapplyZoomScale(View& view, MapDocument& doc)
 {
-    zoomStripMouseMove(editor, kLeftButton, editor.zoom.markerX1 - ZoomStrip::kLeft);
+    zoomStripMouseMove(view, doc, kLeftButton, view.zoom.markerX1 - ZoomStrip::kLeft);
 }
 
-void centerContent(Editor& editor)
+void centerContent(View& view, MapDocument& doc)
 {
-    const MapDocument& doc = editor.doc;
     if (doc.lineCount() < 1)
         return;
-    setCurrentScale(editor, 1);
-    editor.view.offsetX = 0;
-    editor.view.offsetY = 0;
+    setCurrentScale(view, doc, 1);
+    view.offsetX = 0;
+    view.offsetY = 0;
     const Bounds box = *contentBounds(doc);
     const float cx = (box.maxX + box.minX) / 2;
     const float cy = (box.maxY + box.minY) / 2;
-    editor.view.offsetX = editor.map.width / 2 - cx;
-    editor.view.offsetY = editor.map.height / 2 - cy;
+    view.offsetX = view.mapWidth / 2 - cx;
+    view.offsetY = view.mapHeight / 2 - cy;
 }
 
-void fitContentToScreen(Editor& editor)
+float fittingScale(const View& view, const MapDocument& doc)
 {
-    centerContent(editor);
-    editor.tools.zoomAnchor = {editor.map.width / 2, editor.map.height / 2};
-    editor.services.events.processEvents();
-
     // The content overflows a scale when any point lies strictly outside the
     // world rectangle the surface shows; the box of all points tells the same
     // as testing every point, so each trial scale costs nothing. The trial
     // scales step exactly as repeated setCurrentScale calls would.
-    const std::optional<Bounds> content = contentBounds(editor.doc);
-    ViewState trial = editor.view;
+    const std::optional<Bounds> content = contentBounds(doc);
+    View trial = view;
     const auto clampScale = [](float s) { return std::clamp(s, 0.5f, 100.0f); };
-    float result;
     for (;;) {
         const MapPoint a = toWorld(trial, 0, 0);
-        const MapPoint b = toWorld(trial, editor.map.width, editor.map.height);
+        const MapPoint b = toWorld(trial, view.mapWidth, view.mapHeight);
         const bool overflows = content
             && (content->minX < a.x || content->maxX > b.x || content->minY < a.y || content->maxY > b.y);
-        if (overflows) {
-            result = clampScale(trial.currentScale - 0.5f);
-            break;
-        }
+        if (overflows)
+            return clampScale(trial.currentScale - 0.5f);
         const float next = clampScale(trial.currentScale + 0.5f);
-        if (next == trial.currentScale) {
-            result = next;
-            break;
-        }
+        if (next == trial.currentScale)
+            return next;
         trial.currentScale = next;
     }
-    setCurrentScale(editor, result);
-    editor.tools.holdDrawing = false;
 }
 
 } // namespace plotwell

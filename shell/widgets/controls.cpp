@@ -1,6 +1,6 @@
 #include "shell/widgets/controls.h"
 
-#include "shell/widgets/twips.h"
+#include "platform/twips.h"
 
 #include <QHBoxLayout>
 #include <QMouseEvent>

@@ -1,13 +1,13 @@
 #include "shell/widgets/mainwindow.h"
 
-#include "document/layercontrols.h"
-#include "render/displayhandlers.h"
-#include "shell/shutdown.h"
-#include "shell/startup.h"
+#include "editor/displayhandlers.h"
+#include "editor/layercommands.h"
+#include "editor/shutdown.h"
+#include "editor/startup.h"
+#include "editor/windowlayout.h"
+#include "platform/twips.h"
 #include "shell/widgets/controls.h"
 #include "shell/widgets/maparea.h"
-#include "shell/widgets/twips.h"
-#include "shell/windowlayout.h"
 #include "view/zoom.h"
 
 #include <QApplication>
@@ -50,8 +50,8 @@ MainWindow::MainWindow()
     : m_editor(Services{m_surface, m_fileDialog, m_dialogs, m_settings, m_events, m_clipboard})
 {
     registerResources();
-    m_editor.decimalSeparator = systemDecimalSeparator();
-    m_surface.resize(m_editor.map.width, m_editor.map.height);
+    m_editor.view.decimalSeparator = systemDecimalSeparator();
+    m_surface.resize(m_editor.view.mapWidth, m_editor.view.mapHeight);
 
     // The controls were laid out for a narrow 8-point face: a sans-serif of
     // Arial's widths keeps every caption whole; else the platform's own.
@@ -64,7 +64,7 @@ MainWindow::MainWindow()
     auto* client = new QWidget(this);
     setCentralWidget(client);
     m_controls.map = new MapArea(m_editor, m_surface.image(), client);
-    m_controls.map->changed = [this] { syncControls(); };
+    m_controls.map->run = [this](const std::function<void()>& handler) { handle(handler); };
     m_editor.focusMap = [this] { m_controls.map->setFocus(Qt::OtherFocusReason); };
     m_surface.onRefresh = [this] { m_controls.map->update(); };
     buildMenus();
@@ -100,8 +100,9 @@ QSizeF MainWindow::outerSizeTwips() const
 void MainWindow::applyLayout()
 {
     const QSizeF outer = outerSizeTwips();
+    m_laidOutFor = frameGeometry().size();
     layoutWindow(m_editor, float(outer.width()), float(outer.height()));
-    m_controls.map->setGeometry(0, 0, px(m_editor.map.width), px(m_editor.map.height));
+    m_controls.map->setGeometry(0, 0, px(m_editor.view.mapWidth), px(m_editor.view.mapHeight));
     m_controls.frmTools->move(px(m_editor.shell.toolsLeft), 0);
     m_controls.frmStuff->move(px(m_editor.shell.stuffLeft), px(900));
 }
@@ -112,8 +113,29 @@ void MainWindow::resizeEvent(QResizeEvent* event)
     applyLayout();
 }
 
+void MainWindow::moveEvent(QMoveEvent* event)
+{
+    QMainWindow::moveEvent(event);
+    // A window manager adds its frame only after the window is first shown;
+    // the layout follows the outer size once the frame is known.
+    if (frameGeometry().size() != m_laidOutFor)
+        applyLayout();
+}
+
+void MainWindow::handle(const std::function<void()>& handler)
+{
+    ++m_handlersRunning;
+    handler();
+    --m_handlersRunning;
+    syncControls();
+}
+
 void MainWindow::frameTick()
 {
+    // Handlers run only between frames: a handler that lets events run, or
+    // waits in a dialog, holds the loop and the flash until it returns.
+    if (m_handlersRunning > 0 || QApplication::activeModalWidget())
+        return;
     m_loop.tick(m_editor);
     syncControls();
 }
@@ -167,11 +189,11 @@ void MainWindow::syncControls()
 {
     Controls& c = m_controls;
     for (int i = 0; i < kToolCount; ++i) {
-        const bool raised = i == m_editor.tools.currentTool;
+        const bool raised = ToolId(i) == m_editor.tools.current();
         c.imgTool[i]->setFrameStyle(raised ? QFrame::Panel | QFrame::Raised : QFrame::Box | QFrame::Plain);
     }
-    setTextIfChanged(c.lblScale, m_editor.zoom.caption);
-    c.lnScale->move(px(m_editor.zoom.markerX1) - c.lnScale->width() / 2, c.lnScale->y());
+    setTextIfChanged(c.lblScale, m_editor.view.zoom.caption);
+    c.lnScale->move(px(m_editor.view.zoom.markerX1) - c.lnScale->width() / 2, c.lnScale->y());
 
     for (int n = 0; n < kLayerCount; ++n) {
         setCheckedQuietly(c.chkLayer[n], m_editor.layers.checked[n]);
@@ -187,10 +209,11 @@ void MainWindow::syncControls()
     setBackground(c.lblActiveColor, m_editor.palette.activeColor);
     setBackground(c.lblBkgColor, m_surface.backColor());
 
-    setTextIfChanged(c.lblX, m_editor.readout.x);
-    setTextIfChanged(c.lblY, m_editor.readout.y);
-    setTextIfChanged(c.lblZ, m_editor.readout.z);
-    setTextIfChanged(c.lblLoc, m_editor.readout.loc);
+    setTextIfChanged(c.lblX, m_editor.view.readout.x);
+    setTextIfChanged(c.lblY, m_editor.view.readout.y);
+    setTextIfChanged(c.lblZ, m_editor.view.readout.z);
+    setTextIfChanged(c.lblLoc, m_editor.view.readout.loc);
+    c.map->syncOverlays();
 }
 
 } // namespace plotwell

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "editor/editor.h"
+#include "editor/renderloop.h"
 #include "platform/qimagesurface.h"
 #include "platform/qtservices.h"
 #include "platform/settingsstore.h"
 #include "platform/widgets/qtdialogs.h"
-#include "shell/editor.h"
-#include "shell/renderloop.h"
 
 #include <QMainWindow>
 #include <QTimer>
@@ -84,6 +84,7 @@ public:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -97,13 +98,9 @@ private:
     void buildReadout(QWidget* frame);
     void applyLayout();
     void requestClose();
-    // Runs a handler, then shows its effects.
-    template<typename F>
-    void handle(F&& handler)
-    {
-        handler();
-        syncControls();
-    }
+    // Runs a handler, then shows its effects. No frame is drawn while a
+    // handler runs, even when it lets events run or shows a dialog.
+    void handle(const std::function<void()>& handler);
 
     QImageSurface m_surface;
     QtFileDialog m_fileDialog{this};
@@ -114,6 +111,8 @@ private:
     Editor m_editor;
     RenderLoop m_loop;
     QTimer m_frameClock;
+    int m_handlersRunning = 0;
+    QSize m_laidOutFor;
     QTimer m_endTimer;
     Controls m_controls;
 };

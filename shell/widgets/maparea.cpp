@@ -1,12 +1,17 @@
 #include "shell/widgets/maparea.h"
 
-#include "document/maploading.h"
-#include "shell/editor.h"
-#include "shell/widgets/twips.h"
-#include "view/viewcontrol.h"
+#include "editor/editor.h"
+#include "editor/maploading.h"
+#include "editor/viewcommands.h"
+#include "platform/twips.h"
+#include "shell/widgets/controls.h"
+#include "shell/widgets/keycodes.h"
+#include "view/zoom.h"
 
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QFrame>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
@@ -27,15 +32,51 @@ QStringList localFiles(const QMimeData* data)
     return files;
 }
 
+int buttonCode(Qt::MouseButton button)
+{
+    switch (button) {
+    case Qt::LeftButton:
+        return kLeftButton;
+    case Qt::RightButton:
+        return kRightButton;
+    case Qt::MiddleButton:
+        return kMiddleButton;
+    default:
+        return 0;
+    }
+}
+
+SurfacePoint surfacePoint(const QMouseEvent* event)
+{
+    return {twips(event->position().x()), twips(event->position().y())};
+}
+
+// A line control over the map: the crosshair lines are dark red, 2 pixels wide.
+QFrame* overlayLine(QWidget* parent)
+{
+    auto* line = new QFrame(parent);
+    setBackground(line, {192, 0, 0});
+    line->setAttribute(Qt::WA_TransparentForMouseEvents);
+    line->hide();
+    return line;
+}
+
 } // namespace
 
 MapArea::MapArea(Editor& editor, const QImage& image, QWidget* parent)
-    : QWidget(parent), m_editor(editor), m_image(image)
+    : QWidget(parent), m_editor(editor), m_image(image), m_crossX(overlayLine(this)), m_crossY(overlayLine(this)),
+      m_selectBox(new QFrame(this)), m_caption(new QLineEdit(this))
 {
     setMouseTracking(true);
     setAcceptDrops(true);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
+
+    m_selectBox->setAttribute(Qt::WA_TransparentForMouseEvents);
+    m_selectBox->hide();
+    m_caption->hide();
+    m_caption->resize(px(1695), m_caption->sizeHint().height());
+    m_caption->installEventFilter(this);
 }
 
 void MapArea::paintEvent(QPaintEvent*)
@@ -45,14 +86,53 @@ void MapArea::paintEvent(QPaintEvent*)
     painter.drawImage(0, 0, m_image);
 }
 
+void MapArea::mousePressEvent(QMouseEvent* event)
+{
+    const int button = buttonCode(event->button());
+    if (button == 0)
+        return;
+    run([&] { m_editor.tools.press(m_editor, button, surfacePoint(event)); });
+}
+
 void MapArea::mouseMoveEvent(QMouseEvent* event)
 {
-    const float x = twips(event->position().x());
-    const float y = twips(event->position().y());
-    showLocation(m_editor, x, y);
-    m_editor.view.lastMousePoint.x = x;
-    m_editor.view.lastMousePoint.y = y;
-    changed();
+    run([&] { m_editor.tools.move(m_editor, buttonSum(event->buttons()), surfacePoint(event)); });
+}
+
+void MapArea::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (buttonCode(event->button()) == 0)
+        return;
+    run([&] { m_editor.tools.release(m_editor); });
+}
+
+void MapArea::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    // The second press of a double click is a press like any other.
+    mousePressEvent(event);
+}
+
+void MapArea::keyPressEvent(QKeyEvent* event)
+{
+    const int code = editorKeyCode(*event);
+    const int shift = editorShiftMask(*event);
+    run([&] { mapKeyDown(m_editor, code, shift); });
+}
+
+void MapArea::keyReleaseEvent(QKeyEvent* event)
+{
+    // A held key repeats its press, not its release.
+    if (event->isAutoRepeat())
+        return;
+    const int code = editorKeyCode(*event);
+    const int shift = editorShiftMask(*event);
+    run([&] { mapKeyUp(m_editor, code, shift); });
+}
+
+bool MapArea::focusNextPrevChild(bool)
+{
+    // Tab stays with the map, whose keys the editor reads.
+    return false;
 }
 
 void MapArea::dragEnterEvent(QDragEnterEvent* event)
@@ -67,8 +147,65 @@ void MapArea::dropEvent(QDropEvent* event)
     if (files.isEmpty())
         return;
     event->acceptProposedAction();
-    dropFiles(m_editor, files);
-    changed();
+    run([&] { dropFiles(m_editor, files); });
+}
+
+bool MapArea::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != m_caption || event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        const QString text = m_caption->text();
+        run([&] { m_editor.tools.label().commitCaption(m_editor, text); });
+        setFocus(Qt::OtherFocusReason);
+        return true;
+    }
+    if (key == Qt::Key_Escape) {
+        run([&] { m_editor.tools.label().cancelCaption(); });
+        setFocus(Qt::OtherFocusReason);
+        return true;
+    }
+    return false;
+}
+
+void MapArea::syncOverlays()
+{
+    const CrosshairLines& cross = m_editor.tools.crosshair().lines();
+    if (cross.visible) {
+        // From the top (the left) edge of the map to its far side, 2 pixels wide.
+        m_crossY->setGeometry(px(cross.x) - 1, 0, 2, px(m_editor.view.mapHeight));
+        m_crossX->setGeometry(0, px(cross.y) - 1, px(m_editor.view.mapWidth), 2);
+    }
+    m_crossX->setVisible(cross.visible);
+    m_crossY->setVisible(cross.visible);
+
+    const SelectBox& box = m_editor.selection.box;
+    if (box.visible) {
+        m_selectBox->setGeometry(twipRect(box.left, box.top, box.width, box.height).adjusted(0, 0, 1, 1));
+        const QString style = QStringLiteral("border: 1px solid %1; background: transparent;")
+                                  .arg(toQColor(box.border).name());
+        if (m_selectBox->styleSheet() != style)
+            m_selectBox->setStyleSheet(style);
+    }
+    m_selectBox->setVisible(box.visible);
+
+    const CaptionBox& caption = m_editor.tools.label().captionBox();
+    if (caption.opened != m_captionOpened) {
+        // Each opening starts again from the new-label text, all of it selected.
+        m_captionOpened = caption.opened;
+        m_caption->move(px(caption.left), px(caption.top));
+        m_caption->setText(LabelTool::newLabelText());
+        m_caption->selectAll();
+        m_caption->show();
+        m_caption->setFocus(Qt::OtherFocusReason);
+    }
+    if (!caption.visible && m_caption->isVisible())
+        m_caption->hide();
+
+    const Qt::CursorShape shape = m_editor.mapCursor == MapCursor::Move ? Qt::SizeAllCursor : Qt::ArrowCursor;
+    if (cursor().shape() != shape)
+        setCursor(shape);
 }
 
 } // namespace plotwell

@@ -1,6 +1,6 @@
-#include "document/layercontrols.h"
-#include "document/maploading.h"
-#include "document/mapsaving.h"
+#include "editor/layercommands.h"
+#include "editor/maploading.h"
+#include "editor/mapsaving.h"
 #include "shell/widgets/mainwindow.h"
 
 #include <QMenuBar>

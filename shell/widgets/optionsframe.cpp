@@ -1,8 +1,8 @@
-#include "document/layercontrols.h"
-#include "render/displayhandlers.h"
+#include "editor/displayhandlers.h"
+#include "editor/layercommands.h"
+#include "platform/twips.h"
 #include "shell/widgets/controls.h"
 #include "shell/widgets/mainwindow.h"
-#include "shell/widgets/twips.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -167,7 +167,7 @@ void MainWindow::buildShowBox(QWidget* frame)
         marker->pressed = [this, n](Qt::MouseButton, float) { handle([&] { activeMarkerClicked(m_editor, n); }); };
         c.lbActiveLayer[n] = marker;
 
-        auto* box = checkBox(frame, twipRect(360, top, 1560, 195), LayerControls::defaultLayerName(n), n == 0);
+        auto* box = checkBox(frame, twipRect(360, top, 1560, 195), defaultLayerName(n), n == 0);
         box->setToolTip(QStringLiteral("Layer Visibility"));
         connect(box, &QCheckBox::clicked, this, [this, n](bool on) {
             handle([&] {

@@ -1,6 +1,7 @@
+#include "editor/viewcommands.h"
+#include "platform/twips.h"
 #include "shell/widgets/controls.h"
 #include "shell/widgets/mainwindow.h"
-#include "shell/widgets/twips.h"
 #include "view/zoom.h"
 
 #include <QGroupBox>
@@ -37,6 +38,9 @@ void MainWindow::buildToolFrame()
         icon->setPixmap(QPixmap(QString::fromLatin1(kToolIcons[n].resource)));
         icon->setAlignment(Qt::AlignCenter);
         icon->setToolTip(QString::fromLatin1(kToolIcons[n].tooltip));
+        icon->pressed = [this, n](Qt::MouseButton, float) {
+            handle([&] { m_editor.tools.choose(m_editor, ToolId(n)); });
+        };
         c.imgTool[n] = icon;
     }
 
@@ -54,7 +58,7 @@ void MainWindow::buildToolFrame()
     c.lblScale->setFont(bold);
     c.lblScale->setToolTip(QStringLiteral("Zoom (Click on map to set center of zoom, or use mouse scroll wheel)"));
     c.lblScale->moved = [this](int buttons, float x) {
-        handle([&] { zoomStripMouseMove(m_editor, buttons, x); });
+        handle([&] { zoomStripMouseMove(m_editor.view, m_editor.doc, buttons, x); });
     };
 
     // The marker line lnScale, 2 pixels wide, red, across the strip.

@@ -122,7 +122,7 @@ TEST(MapDocument, RemovalKeepsTheOrderAndEveryFieldOfTheRest)
     const std::int16_t layers[] = {0, 1, 2, 1, 3};
     for (int i = 0; i < 5; ++i)
         addBoth(doc, i, layers[i], 2);
-    doc.lines()[2].selected = true;
+    doc.setLineSelected(2, true);
     const MapLine kept = doc.lines()[2];
 
     EXPECT_TRUE(doc.removeRecordsWhere([](std::int16_t layer, bool) { return layer == 1; }));
@@ -132,7 +132,7 @@ TEST(MapDocument, RemovalKeepsTheOrderAndEveryFieldOfTheRest)
     EXPECT_FALSE(doc.removeRecordsWhere([](std::int16_t layer, bool) { return layer == 1; }));
     EXPECT_EQ(fieldsOf(doc.lines()[1]), fieldsOf(kept));
 
-    doc.labels()[0].selected = true;
+    doc.setLabelSelected(0, true);
     EXPECT_TRUE(doc.removeRecordsWhere([](std::int16_t, bool selected) { return selected; }));
     EXPECT_EQ(xsOf(doc), "0 4 | 2 4");
 }

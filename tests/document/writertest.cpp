@@ -31,6 +31,14 @@ std::string reference(float v)
     return std::strcmp(text, "-0") == 0 ? "0" : text;
 }
 
+// A number as record text that reads back as the same single.
+std::string exact(float v)
+{
+    char text[32];
+    std::snprintf(text, sizeof text, "%.9g", double(v));
+    return text;
+}
+
 float fromBits(std::uint32_t bits)
 {
     float f;
@@ -78,10 +86,9 @@ TEST(MapWriter, CoordinatesMatchSevenSignificantDigitsOfC)
     MapDocument doc;
     std::vector<std::string> expected;
     for (std::size_t i = 0; i + 3 <= values.size(); i += 3) {
-        add(doc, 0, "L 0,0,0,0,0,0,1,2,3");
-        doc.lines().back().p1 = {values[i], values[i + 1], values[i + 2]};
-        expected.push_back("L " + reference(values[i]) + "," + reference(values[i + 1]) + ","
-                           + reference(values[i + 2]) + ",0,0,0,1,2,3\r");
+        add(doc, 0, "L " + exact(values[i]) + "," + exact(values[i + 1]) + "," + exact(values[i + 2]) + ",0,0,0,1,2,3");
+        const MapPoint& p = doc.lines().back().p1;
+        expected.push_back("L " + reference(p.x) + "," + reference(p.y) + "," + reference(p.z) + ",0,0,0,1,2,3\r");
     }
     const std::string written = formatLayer(doc, 0);
     std::size_t at = 0;
@@ -101,18 +108,14 @@ TEST(MapWriter, WhatIsWrittenReadsBackToTheSameRecords)
     std::mt19937 random(11);
     std::uniform_real_distribution<float> coord(-30000, 30000);
     for (int i = 0; i < 500; ++i) {
-        add(doc, 2, "L 0,0,0,0,0,0,0,0,0");
-        MapLine& l = doc.lines().back();
-        l.p1 = {coord(random), coord(random) * 1e-6f, coord(random) * 1e6f};
-        l.p2 = {coord(random), coord(random), -0.f};
-        l.r = std::uint8_t(random()), l.g = std::uint8_t(random()), l.b = std::uint8_t(random());
+        const auto byte = [&] { return std::to_string(random() % 256); };
+        add(doc, 2, "L " + exact(coord(random)) + "," + exact(coord(random) * 1e-6f) + "," + exact(coord(random) * 1e6f)
+                        + "," + exact(coord(random)) + "," + exact(coord(random)) + ",-0," + byte() + "," + byte() + ","
+                        + byte());
         if (i % 3 == 0) {
-            add(doc, 2, "P 0,0,0,0,0,0,0,x");
-            MapLabel& t = doc.labels().back();
-            t.pos = {coord(random), coord(random), coord(random)};
-            t.r = std::uint8_t(random()), t.g = std::uint8_t(random()), t.b = std::uint8_t(random());
-            t.size = std::int16_t(random());
-            t.text = "Label_" + std::to_string(i) + "_\xe4";
+            add(doc, 2, "P " + exact(coord(random)) + "," + exact(coord(random)) + "," + exact(coord(random)) + ","
+                            + byte() + "," + byte() + "," + byte() + "," + std::to_string(std::int16_t(random())) + ",Label_"
+                            + std::to_string(i) + "_\xe4");
         }
     }
     const std::string written = formatLayer(doc, 2);
@@ -129,9 +132,9 @@ TEST(MapWriter, WhatIsWrittenReadsBackToTheSameRecords)
 TEST(MapWriter, ALabelTextLongerThanAWriteBlockIsWrittenWhole)
 {
     MapDocument doc;
-    add(doc, 0, "P 1,2,3,4,5,6,7,x");
-    doc.labels()[0].text = std::string(5'000'000, 'a') + "z";
-    EXPECT_TRUE(formatLayer(doc, 0) == "P 1,2,3,4,5,6,7," + doc.labels()[0].text + "\r\n");
+    const std::string text = std::string(5'000'000, 'a') + "z";
+    add(doc, 0, "P 1,2,3,4,5,6,7," + text);
+    EXPECT_TRUE(formatLayer(doc, 0) == "P 1,2,3,4,5,6,7," + text + "\r\n");
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "render/displayhandlers.h"
+#include "editor/displayhandlers.h"
 #include "render/displayoptions.h"
 
 #include "tests/support/fakes.h"
@@ -82,7 +82,7 @@ TEST(DisplayHandlers, TheRightButtonAsksForTheHeightRangeAndTakesItsLeadingNumbe
     for (const auto& c : cases) {
         HandlerWorld w;
         DisplayOptions& options = w.editor.display;
-        w.editor.decimalSeparator = c.separator;
+        w.editor.view.decimalSeparator = c.separator;
         options.heightRange = c.range;
         options.heightChecked = options.heightFilterOn = true;
         w.dialogs.answers.push_back(c.answer);

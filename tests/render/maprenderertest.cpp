@@ -1,7 +1,7 @@
-#include "render/maprenderer.h"
+#include "editor/drawlines.h"
 #include "render/stereo.h"
 
-#include "tests/render/renderhelpers.h"
+#include "tests/support/records.h"
 #include "tests/support/fakes.h"
 #include "view/viewcontrol.h"
 
@@ -24,15 +24,15 @@ TEST(MapRenderer, AnEmptyFrameClearsAndPresentsAndHoldDrawsNothing)
         w.surface.setBackColor(c[0]);
         drawLines(w.editor);
         EXPECT_EQ(opsOf(w.surface), (std::vector<Op>{Op::Clear, Op::Refresh}));
-        EXPECT_EQ(w.editor.map.selectBox.border, c[1]) << c[0].value();
+        EXPECT_EQ(w.editor.selection.box.border, c[1]) << c[0].value();
 
         w.surface.calls.clear();
         addTestLine(w.editor, 0, 0, 0, 10, 10, 0, kBlue);
         w.surface.setBackColor(c[1]);
-        w.editor.tools.holdDrawing = true;
+        w.editor.holdDrawing = true;
         drawLines(w.editor);
         EXPECT_TRUE(w.surface.calls.empty());
-        EXPECT_EQ(w.editor.map.selectBox.border, c[1]) << "hold leaves the border";
+        EXPECT_EQ(w.editor.selection.box.border, c[1]) << "hold leaves the border";
     }
 }
 
@@ -43,7 +43,7 @@ TEST(MapRenderer, LinesThenLabelsEachInRecordOrderAtTheirSurfacePlace)
     addTestLine(w.editor, 1, 2, 0, 3, 4, 0, kBlue);
     addTestLabel(w.editor, 9, 10, 0, kGreen, "Second");
     addTestLine(w.editor, 5, 6, 0, 7, 8, 0, kGreen);
-    setCurrentScale(w.editor, 2); // rescales every point
+    setCurrentScale(w.editor.view, w.editor.doc, 2); // rescales every point
     w.editor.view.offsetX = 100;
     w.editor.view.offsetY = -50;
     drawLines(w.editor);
@@ -101,8 +101,8 @@ TEST(MapRenderer, RecordColourFollowsSelectionFlashAndInversion)
         w.editor.display.invertChecked = c.invertChecked;
         w.editor.display.flashChecked = c.flashChecked;
         w.editor.display.flashLevel = c.flashLevel;
-        addTestLine(w.editor, 0, 0, 0, 10, 10, 0, c.own).selected = c.selected;
-        addTestLabel(w.editor, 0, 0, 0, c.own, "Here").selected = c.selected;
+        w.editor.doc.setLineSelected(addTestLine(w.editor, 0, 0, 0, 10, 10, 0, c.own), c.selected);
+        w.editor.doc.setLabelSelected(addTestLabel(w.editor, 0, 0, 0, c.own, "Here"), c.selected);
         drawLines(w.editor);
         EXPECT_EQ(w.surface.only(Op::Line).at(0).colour, c.drawn) << c.name;
         EXPECT_EQ(w.surface.only(Op::Print).at(0).colour, c.drawn) << c.name;
@@ -135,8 +135,8 @@ TEST(MapRenderer, HiddenLayersTheShowBoxesAndNoSelectedChooseWhatIsDrawn)
         w.editor.display.showLines = c.lines;
         w.editor.display.showLabels = c.labels;
         for (std::int16_t layer = 0; layer < kLayerCount; ++layer) {
-            addTestLine(w.editor, layer, 0, 0, 10, 10, 0, kBlue, layer).selected = layer == 2;
-            addTestLabel(w.editor, layer, 0, 0, kBlue, "L" + std::to_string(layer), layer).selected = layer == 2;
+            w.editor.doc.setLineSelected(addTestLine(w.editor, layer, 0, 0, 10, 10, 0, kBlue, layer), layer == 2);
+            w.editor.doc.setLabelSelected(addTestLabel(w.editor, layer, 0, 0, kBlue, "L" + std::to_string(layer), layer), layer == 2);
         }
         drawLines(w.editor, c.noSelected);
         EXPECT_EQ(drawn(w.surface), c.drawn);
@@ -176,13 +176,13 @@ TEST(MapRenderer, TheFontFollowsTheScaleAndTheFrameLeavesTheStateOfItsLastDrawin
     FakeWorld w;
     addTestLabel(w.editor, 0, 0, 0, kGreen, "One", 0, 0);
     addTestLabel(w.editor, 0, 0, 0, ColorRGB{9, 8, 7}, "Two", 0, 3);
-    setCurrentScale(w.editor, 9.5f);
+    setCurrentScale(w.editor.view, w.editor.doc, 9.5f);
     drawLines(w.editor);
     EXPECT_EQ(w.surface.only(Op::Circle).back().penWidth, 1) << "before any line, markers keep the first width";
     EXPECT_TRUE(w.surface.calls.back().pen == (ColorRGB{9, 8, 7}) && w.surface.calls.back().fill == kBlack);
 
     addTestLine(w.editor, 0, 0, 0, 10, 10, 0, kBlue);
-    setCurrentScale(w.editor, 99.5f);
+    setCurrentScale(w.editor.view, w.editor.doc, 99.5f);
     drawLines(w.editor);
     const auto& last = w.surface.calls.back();
     EXPECT_TRUE(last.pen == (ColorRGB{9, 8, 7}) && last.penWidth == 2 && last.fill == kBlack) << "after labels";
@@ -237,9 +237,9 @@ TEST(Stereo, RecordsAreDrawnRedThenCyanShiftedByTheirHeight)
         FakeWorld w;
         w.editor.display.stereoChecked = true;
         w.editor.display.flashLevel = 191;
-        addTestLine(w.editor, 10, 20, 0, 30, 40, 1000, c.own).selected = c.selected;
-        addTestLabel(w.editor, 10, 20, 1000, c.own, "Up_here").selected = c.selected;
-        setCurrentScale(w.editor, 10);
+        w.editor.doc.setLineSelected(addTestLine(w.editor, 10, 20, 0, 30, 40, 1000, c.own), c.selected);
+        w.editor.doc.setLabelSelected(addTestLabel(w.editor, 10, 20, 1000, c.own, "Up_here"), c.selected);
+        setCurrentScale(w.editor.view, w.editor.doc, 10);
         drawLines(w.editor);
         const auto lines = w.surface.only(Op::Line);
         const auto circles = w.surface.only(Op::Circle);

@@ -18,53 +18,6 @@
 
 using namespace plotwell;
 
-namespace {
-
-QStringList captions(const QList<QAction*>& actions)
-{
-    QStringList out;
-    for (QAction* a : actions)
-        out << (a->isSeparator() ? QStringLiteral("-") : a->text());
-    return out;
-}
-
-} // namespace
-
-TEST(MainWindow, StartsWithItsCaptionAndControls)
-{
-    MainWindow window;
-    window.show();
-    EXPECT_EQ(window.windowTitle(), QStringLiteral("Plotwell v2.2.0"));
-    const Controls& c = window.controls();
-    EXPECT_EQ(c.frmTools->title(), QStringLiteral("Tools"));
-    EXPECT_EQ(c.lblScale->text(), QStringLiteral("Scale: 1"));
-    EXPECT_EQ(c.chkLayer[0]->text(), QStringLiteral("Base Layer"));
-    EXPECT_EQ(c.chkLayer[3]->text(), QStringLiteral("Layer 3"));
-    EXPECT_TRUE(c.chkLayer[0]->isChecked());
-    EXPECT_FALSE(c.chkLayer[1]->isChecked());
-    EXPECT_EQ(c.lbActiveLayer[0]->palette().color(QPalette::Window), QColor(255, 0, 0));
-    EXPECT_EQ(c.lbActiveLayer[2]->palette().color(QPalette::Window), QColor(255, 255, 255));
-    EXPECT_EQ(c.imgTool[0]->frameStyle(), QFrame::Panel | QFrame::Raised);
-    EXPECT_EQ(c.imgTool[1]->frameStyle(), QFrame::Box | QFrame::Plain);
-    EXPECT_EQ(c.chkHeight->toolTip(), QStringLiteral("Right click to set Z axis tollerance"));
-    EXPECT_EQ(c.lblLoc->text(), QStringLiteral("Loc: "));
-}
-
-TEST(MainWindow, MenuTreeInOrder)
-{
-    MainWindow window;
-    QMenuBar* bar = window.menuBar();
-    EXPECT_EQ(captions(bar->actions()), (QStringList{"File", "Tools", "Help"}));
-    QMenu* file = bar->actions().at(0)->menu();
-    EXPECT_EQ(captions(file->actions()),
-              (QStringList{"Open EQ Map File", "Open Underlay Image", "-", "Close all layers", "Close Underlay Image",
-                           "-", "Save all layers", "-", "Exit"}));
-    EXPECT_EQ(captions(file->actions().at(0)->menu()->actions()),
-              (QStringList{"As Base Layer", "As Layer 1", "As Layer 2", "As Layer 3"}));
-    EXPECT_EQ(captions(bar->actions().at(1)->menu()->actions()),
-              (QStringList{"Plot Intersection", "Find Label by Keyword"}));
-    EXPECT_EQ(captions(bar->actions().at(2)->menu()->actions()), (QStringList{"Readme", "About"}));
-}
 
 TEST(MainWindow, PanelsFitAtTheDefaultSizeAndFollowAResize)
 {

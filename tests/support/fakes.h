@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/services.h"
-#include "shell/editor.h"
+#include "editor/editor.h"
 #include "tests/support/qtprinters.h"
 #include "tests/support/recordingsurface.h"
 
@@ -89,8 +89,8 @@ struct FakeServices {
 struct EditorOn : FakeServices {
     explicit EditorOn(DrawingSurface& surface) : editor(Services{surface, fileDialog, dialogs, settings, events, clipboard})
     {
-        editor.map.width = surface.width();
-        editor.map.height = surface.height();
+        editor.view.mapWidth = surface.width();
+        editor.view.mapHeight = surface.height();
     }
     Editor editor;
 };

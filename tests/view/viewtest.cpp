@@ -32,15 +32,15 @@ TEST(ViewScale, CaptionShowsTheScaleToFiveDecimalsWithTheLocaleSeparator)
     };
     for (const auto& c : cases) {
         FakeWorld world;
-        world.editor.decimalSeparator = c.separator;
+        world.editor.view.decimalSeparator = c.separator;
         if (c.clamped) {
-            setCurrentScale(world.editor, c.set);
+            setCurrentScale(world.editor.view, world.editor.doc, c.set);
         } else {
             world.editor.view.currentScale = c.set;
-            rescaleAll(world.editor);
+            rescaleAll(world.editor.view, world.editor.doc);
         }
-        EXPECT_EQ(getCurrentScale(world.editor), c.scale) << c.set;
-        EXPECT_EQ(world.editor.zoom.caption, QString::fromLatin1(c.caption)) << c.set;
+        EXPECT_EQ(world.editor.view.currentScale, c.scale) << c.set;
+        EXPECT_EQ(world.editor.view.zoom.caption, QString::fromLatin1(c.caption)) << c.set;
     }
 }
 
@@ -61,14 +61,13 @@ TEST(LocationReadout, ShowsTheWorldPointAndTheNegatedLoc)
     for (const auto& c : cases) {
         FakeWorld world;
         Editor& editor = world.editor;
-        editor.decimalSeparator = c.separator;
+        editor.view.decimalSeparator = c.separator;
         editor.view.currentScale = c.scale;
         editor.view.offsetX = c.offsetX;
         editor.view.offsetY = c.offsetY;
-        setCurrentZ(editor, c.z);
-        EXPECT_TRUE(editor.readout.z == "0" && editor.readout.loc == "Loc: ") << "setting Z alone shows nothing";
-        showLocation(editor, c.x, c.y);
-        const QStringList shown{editor.readout.x, editor.readout.y, editor.readout.z, editor.readout.loc};
+        editor.view.currentZ = c.z;
+        showLocation(editor.view, c.x, c.y);
+        const QStringList shown{editor.view.readout.x, editor.view.readout.y, editor.view.readout.z, editor.view.readout.loc};
         EXPECT_EQ(shown, (QStringList{c.lblX, c.lblY, c.lblZ, c.loc}));
     }
 }

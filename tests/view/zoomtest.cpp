@@ -1,3 +1,4 @@
+#include "editor/viewcommands.h"
 #include "tests/support/fakes.h"
 #include "view/viewcontrol.h"
 #include "view/zoom.h"
@@ -32,8 +33,8 @@ class Zoom : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        setCurrentScale(editor, 1);
-        resetView(editor);
+        setCurrentScale(editor.view, editor.doc, 1);
+        resetView(editor.view, editor.doc);
     }
     FakeWorld world;
     Editor& editor = world.editor;
@@ -50,9 +51,9 @@ TEST_F(Zoom, StripReadsHalfAtItsLeftEndAndHundredAtItsRightUnderTheLeftButtonAlo
                  {0, w, 1},                    {kRightButton, w, 1},    {kMiddleButton, w, 1},
                  {kLeftButton | kRightButton, w, 1}};
     for (const auto& c : cases) {
-        setCurrentScale(editor, 1);
+        setCurrentScale(editor.view, editor.doc, 1);
         editor.view.offsetX = 3;
-        zoomStripMouseMove(editor, c.button, c.x);
+        zoomStripMouseMove(editor.view, editor.doc, c.button, c.x);
         EXPECT_FLOAT_EQ(editor.view.currentScale, c.scale) << c.button << " at " << c.x;
         EXPECT_TRUE(c.button == kLeftButton || editor.view.offsetX == 3) << c.button;
     }
@@ -61,13 +62,13 @@ TEST_F(Zoom, StripReadsHalfAtItsLeftEndAndHundredAtItsRightUnderTheLeftButtonAlo
 TEST_F(Zoom, TheWorldPointUnderTheAnchorStaysPut)
 {
     for (const SurfacePoint& anchor : {SurfacePoint{0, 0}, {1000, 2000}, {6795, 7155}, {-300, 12000}}) {
-        setCurrentScale(editor, 3);
+        setCurrentScale(editor.view, editor.doc, 3);
         editor.view.offsetX = 250;
         editor.view.offsetY = -125;
-        editor.tools.zoomAnchor = anchor;
+        editor.view.zoomAnchor = anchor;
         const MapPoint a = toWorld(editor.view, anchor.x, anchor.y);
         for (float x : {0.f, 1.f, 400.f, 1807.5f, 3615.f, 20.f}) {
-            zoomStripMouseMove(editor, kLeftButton, x);
+            zoomStripMouseMove(editor.view, editor.doc, kLeftButton, x);
             // Offsets near a million twips carry about an eighth of a twip.
             EXPECT_NEAR(a.x * editor.view.currentScale + editor.view.offsetX, anchor.x, 0.5) << x;
             EXPECT_NEAR(a.y * editor.view.currentScale + editor.view.offsetY, anchor.y, 0.5) << x;
@@ -79,8 +80,8 @@ TEST_F(Zoom, ReapplyingReadsTheMarkerBackHalfAStepHigher)
 {
     const float cases[][2] = {{1, 1.5f}, {10, 10.5f}, {0.5f, 1}, {50, 50.5f}, {99.5f, 100}, {100, 100}};
     for (const auto& c : cases) {
-        setCurrentScale(editor, c[0]);
-        reapplyZoomScale(editor);
+        setCurrentScale(editor.view, editor.doc, c[0]);
+        reapplyZoomScale(editor.view, editor.doc);
         EXPECT_NEAR(editor.view.currentScale, c[1], 1e-4) << c[0];
     }
 }
@@ -107,17 +108,17 @@ TEST_F(Zoom, FitSettlesHalfAStepBelowTheFirstScaleThatOverflows)
     for (const auto& c : cases) {
         FakeWorld w;
         Editor& e = w.editor;
-        e.map.width = c.mapW;
-        e.map.height = c.mapH;
+        e.view.mapWidth = c.mapW;
+        e.view.mapHeight = c.mapH;
         e.view.currentScale = c.start; // as the keyboard zoom can leave it
         add(e, c.kind, c.x1, c.y1, c.x2, c.y2);
-        e.tools.holdDrawing = true;
+        e.holdDrawing = true;
         fitContentToScreen(e);
         EXPECT_NEAR(e.view.currentScale, c.scale, 1e-4) << c.name;
         EXPECT_EQ(w.events.calls, 1) << c.name;
-        EXPECT_FALSE(e.tools.holdDrawing) << c.name;
-        EXPECT_TRUE(e.tools.zoomAnchor.x == c.mapW / 2 && e.tools.zoomAnchor.y == c.mapH / 2) << c.name;
-        EXPECT_EQ(e.zoom.caption, QStringLiteral("Scale: ") + QString::number(double(c.scale))) << c.name;
+        EXPECT_FALSE(e.holdDrawing) << c.name;
+        EXPECT_TRUE(e.view.zoomAnchor.x == c.mapW / 2 && e.view.zoomAnchor.y == c.mapH / 2) << c.name;
+        EXPECT_EQ(e.view.zoom.caption, QStringLiteral("Scale: ") + QString::number(double(c.scale))) << c.name;
         // Content with lines stays centred as at scale 1; labels alone are not moved.
         const bool centred = c.kind == Line || c.kind == Both;
         EXPECT_EQ(e.view.offsetX, centred ? c.mapW / 2 - (c.x1 + c.x2) / 2 : 0) << c.name;

@@ -1,4 +1,4 @@
-#include "document/mapsaving.h"
+#include "editor/mapsaving.h"
 #include "tests/support/fakes.h"
 
 #include <QDir>

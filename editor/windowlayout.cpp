@@ -1,6 +1,6 @@
-#include "shell/windowlayout.h"
+#include "editor/windowlayout.h"
 
-#include "shell/editor.h"
+#include "editor/editor.h"
 
 namespace plotwell {
 
@@ -8,13 +8,13 @@ void layoutWindow(Editor& editor, float outerWidth, float outerHeight)
 {
     const float mapHeight = outerHeight - 930;
     if (mapHeight >= 0)
-        editor.map.height = mapHeight;
+        editor.view.mapHeight = mapHeight;
     editor.shell.stuffLeft = outerWidth - 4095;
     editor.shell.toolsLeft = editor.shell.stuffLeft;
     const float mapWidth = editor.shell.stuffLeft - 120;
     if (mapWidth >= 0)
-        editor.map.width = mapWidth;
-    editor.services.surface.resize(editor.map.width, editor.map.height);
+        editor.view.mapWidth = mapWidth;
+    editor.services.surface.resize(editor.view.mapWidth, editor.view.mapHeight);
 }
 
 } // namespace plotwell

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "document/colorrgb.h"
-#include "shell/editor.h"
+#include "editor/editor.h"
 #include "tests/support/recordingsurface.h"
 
 #include <cstdio>
@@ -11,8 +11,8 @@
 
 namespace plotwell::test {
 
-// Appends a line record through the document's own record text.
-inline MapLine& addTestLine(Editor& editor, float x1, float y1, float z1, float x2, float y2, float z2,
+// Appends a line record through the document's own record text; its index.
+inline std::size_t addTestLine(Editor& editor, float x1, float y1, float z1, float x2, float y2, float z2,
                             ColorRGB colour, std::int16_t layer = 0)
 {
     char text[256];
@@ -20,10 +20,10 @@ inline MapLine& addTestLine(Editor& editor, float x1, float y1, float z1, float 
                   double(x2), double(y2), double(z2), colour.r, colour.g, colour.b);
     if (const auto error = editor.doc.addLine(text, layer, editor.view.currentScale))
         throw std::runtime_error(*error);
-    return editor.doc.lines().back();
+    return editor.doc.lineCount() - 1;
 }
 
-inline MapLabel& addTestLabel(Editor& editor, float x, float y, float z, ColorRGB colour, const std::string& name,
+inline std::size_t addTestLabel(Editor& editor, float x, float y, float z, ColorRGB colour, const std::string& name,
                               std::int16_t layer = 0, int size = 1)
 {
     char text[256];
@@ -31,7 +31,7 @@ inline MapLabel& addTestLabel(Editor& editor, float x, float y, float z, ColorRG
                   colour.g, colour.b, size, name.c_str());
     if (const auto error = editor.doc.addLabel(text, layer, editor.view.currentScale))
         throw std::runtime_error(*error);
-    return editor.doc.labels().back();
+    return editor.doc.labelCount() - 1;
 }
 
 using Op = RecordingSurface::Op;

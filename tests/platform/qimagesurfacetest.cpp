@@ -1,8 +1,8 @@
 #include "platform/qimagesurface.h"
 
-#include "render/maprenderer.h"
-#include "tests/render/naivesurface.h"
-#include "tests/render/renderhelpers.h"
+#include "editor/drawlines.h"
+#include "tests/platform/naivesurface.h"
+#include "tests/support/records.h"
 #include "tests/support/fakes.h"
 #include "view/viewcontrol.h"
 
@@ -47,7 +47,7 @@ TEST(QImageSurface, ALineAndALabelLandWhereTheyShouldInTheirColours)
     int presented = 0;
     surface.onRefresh = [&] { ++presented; };
     EditorOn w(surface);
-    setCurrentScale(w.editor, 100);
+    setCurrentScale(w.editor.view, w.editor.doc, 100);
     // At scale 100 a world unit is 100 twips: a line at y = 60 px from x = 15 px to 165 px,
     addTestLine(w.editor, 0.15f * kPx, 0.6f * kPx, 0, 1.65f * kPx, 0.6f * kPx, 0, kBlue);
     // and a label at (30 px, 15 px) whose marker has a radius of 100 twips.
@@ -130,15 +130,19 @@ void fillBusyMap(Editor& editor)
             x = coord(rng), y = coord(rng);
         const float x2 = x + step(rng), y2 = y + step(rng);
         const ColorRGB colour = palette[(i / 3 + rng() % 2) % 6];
-        addTestLine(editor, x, y, height(rng), x2, y2, height(rng), colour, std::int16_t(rng() % 4)).selected =
-            rng() % 20 == 0;
+        const bool selected = rng() % 20 == 0;
+        const float z1 = height(rng), z2 = height(rng);
+        editor.doc.setLineSelected(addTestLine(editor, x, y, z1, x2, y2, z2, colour, std::int16_t(rng() % 4)), selected);
         x = x2, y = y2;
     }
     addTestLine(editor, -1000, 50, 0, 1000, 60, 0, kBlue);
-    for (int i = 0; i < 150; ++i)
-        addTestLabel(editor, coord(rng), coord(rng), height(rng), palette[rng() % 6], "Place_" + std::to_string(i),
-                     std::int16_t(rng() % 4))
-            .selected = rng() % 10 == 0;
+    for (int i = 0; i < 150; ++i) {
+        const bool selected = rng() % 10 == 0;
+        const float x = coord(rng), y = coord(rng), z = height(rng);
+        const ColorRGB colour = palette[rng() % 6];
+        const auto layer = std::int16_t(rng() % 4);
+        editor.doc.setLabelSelected(addTestLabel(editor, x, y, z, colour, "Place_" + std::to_string(i), layer), selected);
+    }
 }
 
 TEST(QImageSurface, FramesAreThoseOfDrawingEveryOperationDirectly)
@@ -162,7 +166,7 @@ TEST(QImageSurface, FramesAreThoseOfDrawingEveryOperationDirectly)
             e.services.surface.setBackColor(c.back);
             fillBusyMap(e);
             e.view.currentScale = c.scale;
-            rescaleAll(e);
+            rescaleAll(e.view, e.doc);
             e.view.offsetX = 300;
             e.view.offsetY = 250;
             e.view.currentZ = 40;

@@ -1,6 +1,6 @@
-#include "shell/shutdown.h"
+#include "editor/shutdown.h"
 
-#include "shell/editor.h"
+#include "editor/editor.h"
 
 namespace plotwell {
 

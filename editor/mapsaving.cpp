@@ -1,8 +1,8 @@
-#include "document/mapsaving.h"
+#include "editor/mapsaving.h"
 
-#include "document/maploading.h"
 #include "document/mapwriter.h"
-#include "shell/editor.h"
+#include "editor/editor.h"
+#include "editor/maploading.h"
 
 #include <QDir>
 

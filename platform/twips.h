@@ -9,7 +9,9 @@
 
 namespace plotwell {
 
-// The window is laid out in twips; one logical pixel is 15 twips (96 dpi).
+// Positions on the drawing surface and the window's layout are in twips; one
+// logical pixel is 15 twips (96 dots per inch). Qt's device-pixel ratio takes
+// care of high-density screens, so the twip constants mean the same everywhere.
 constexpr double kTwipsPerPixel = 15.0;
 
 inline int px(double twips) { return int(std::lround(twips / kTwipsPerPixel)); }
@@ -18,6 +20,7 @@ inline QRect twipRect(double left, double top, double width, double height)
 {
     return QRect(px(left), px(top), px(width), px(height));
 }
+
 inline QColor toQColor(ColorRGB c) { return QColor(c.r, c.g, c.b); }
 
 } // namespace plotwell

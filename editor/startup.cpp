@@ -1,6 +1,6 @@
-#include "shell/startup.h"
+#include "editor/startup.h"
 
-#include "shell/editor.h"
+#include "editor/editor.h"
 #include "view/viewcontrol.h"
 #include "view/zoom.h"
 
@@ -16,7 +16,7 @@ QString windowCaption()
 
 void startUp(Editor& editor)
 {
-    editor.tools.currentTool = Pointer; // its icon is shown raised
+    // The Pointer tool is chosen; its icon is shown raised.
     editor.underlay.underlayOn = true;
     editor.display.heightRange = 100;
     editor.view.currentScale = 1;
@@ -28,8 +28,8 @@ void startUp(Editor& editor)
     editor.display.showLines = true;
     editor.shell.wheelHooked = true;
     // The window caption is windowCaption(), set by the window.
-    reapplyZoomScale(editor);
-    resetView(editor);
+    reapplyZoomScale(editor.view, editor.doc);
+    resetView(editor.view, editor.doc);
 }
 
 void finishStartUp(Editor& editor)

@@ -6,32 +6,15 @@
 #include "platform/services.h"
 #include "render/displayoptions.h"
 #include "render/underlaystate.h"
-#include "tools/toolstate.h"
-#include "view/viewtransform.h"
-#include "view/zoomstrip.h"
+#include "tools/selection.h"
+#include "tools/tooldispatch.h"
+#include "view/view.h"
+#include "view/viewkeys.h"
 
 #include <cstdint>
 #include <functional>
 
 namespace plotwell {
-
-// The selection rectangle shown over the map while the Select tool drags.
-struct SelectBox {
-    bool visible = false;
-    float left = 0;
-    float top = 0;
-    float width = 0;
-    float height = 0;
-    ColorRGB border;
-};
-
-// The drawing surface control: its size in twips (the surface follows it)
-// and what it shows over the map.
-struct MapControl {
-    float width = 6795;
-    float height = 7155;
-    SelectBox selectBox;
-};
 
 // The main window's own state: where its panels stand and the timed shutdown.
 struct ShellState {
@@ -45,27 +28,29 @@ struct ShellState {
 
 // Everything the main window holds, as plain state grouped by subsystem,
 // with the services it reaches the outside world through. The behaviour lives
-// in the subsystems' functions, which take the editor.
+// in the subsystems' functions; those that act on the whole editor take it.
 class Editor {
 public:
-    explicit Editor(const Services& services) : services(services) {}
+    explicit Editor(const Services& services);
 
     Services services;
 
     MapDocument doc;
-    ViewState view;
-    ZoomStrip zoom;
-    LocationReadout readout;
+    View view;
+    KeyFlags keys;
     LayerControls layers;
     DisplayOptions display;
     UnderlayState underlay;
-    ToolState tools;
+    ToolDispatcher tools;
+    Selection selection;
     PaletteState palette;
-    MapControl map;
     ShellState shell;
 
-    // The user's decimal separator, for captions in the locale's ordinary form.
-    char decimalSeparator = '.';
+    // While set, a frame draws nothing, so that what a tool drew straight on
+    // the surface (the crosshair's text, the rubber band) stays.
+    bool holdDrawing = false;
+    MapCursor mapCursor = MapCursor::Arrow;
+
     // Gives the keyboard focus to the map surface; set by the window.
     std::function<void()> focusMap = [] {};
 };

@@ -1,15 +1,10 @@
-#include "document/layercontrols.h"
+#include "editor/layercommands.h"
 
-#include "render/maprenderer.h"
-#include "shell/editor.h"
+#include "editor/drawlines.h"
+#include "editor/editor.h"
 #include "view/viewcontrol.h"
 
 namespace plotwell {
-
-QString LayerControls::defaultLayerName(int layer)
-{
-    return layer == 0 ? QStringLiteral("Base Layer") : QStringLiteral("Layer %1").arg(layer);
-}
 
 ColorRGB markerColor(const Editor& editor, int layer)
 {
@@ -45,10 +40,10 @@ void closeAllLayers(Editor& editor)
     editor.doc.clearRecords();
     for (int n = 0; n < kLayerCount; ++n) {
         editor.doc.layerFile[n].clear();
-        editor.layers.captions[n] = LayerControls::defaultLayerName(n);
+        editor.layers.captions[n] = defaultLayerName(n);
     }
     setActiveLayer(editor, 0);
-    resetView(editor);
+    resetView(editor.view, editor.doc);
 }
 
 } // namespace plotwell

@@ -1,8 +1,8 @@
-#include "render/displayhandlers.h"
+#include "editor/displayhandlers.h"
 
 #include "document/numbertext.h"
-#include "render/maprenderer.h"
-#include "shell/editor.h"
+#include "editor/drawlines.h"
+#include "editor/editor.h"
 #include "view/zoom.h"
 
 #include <limits>
@@ -20,7 +20,7 @@ void redrawAndFocusMap(Editor& editor)
 void askHeightRange(Editor& editor)
 {
     const QString offered = QString::fromStdString(
-        withDecimalSeparator(singleToText(editor.display.heightRange), editor.decimalSeparator));
+        withDecimalSeparator(singleToText(editor.display.heightRange), editor.view.decimalSeparator));
     const QString answer =
         editor.services.dialogs.prompt(QStringLiteral("Height filter range:"), QStringLiteral("Enter new value"), offered);
     // The answer is read with "." as the decimal point whatever the locale;

@@ -1,8 +1,8 @@
-#include "shell/renderloop.h"
+#include "editor/renderloop.h"
 
+#include "editor/drawlines.h"
+#include "editor/editor.h"
 #include "render/displayoptions.h"
-#include "render/maprenderer.h"
-#include "shell/editor.h"
 
 namespace plotwell {
 

@@ -1,5 +1,5 @@
-#include "document/layercontrols.h"
-#include "document/maploading.h"
+#include "editor/layercommands.h"
+#include "editor/maploading.h"
 #include "tests/support/fakes.h"
 #include "view/viewcontrol.h"
 
@@ -33,8 +33,8 @@ protected:
     void SetUp() override
     {
         // The view as start-up leaves it: scale 1 with its marker.
-        setCurrentScale(editor, 1);
-        resetView(editor);
+        setCurrentScale(editor.view, editor.doc, 1);
+        resetView(editor.view, editor.doc);
     }
 
     // Writes a map file in a sub-folder of the test folder; its path in native form.
@@ -167,8 +167,8 @@ TEST_F(Loading, TheBaseLayerIsFittedOtherLayersOnlyReapplyTheZoomAndErrorsEndThe
     };
     for (const auto& c : cases) {
         FakeWorld w;
-        setCurrentScale(w.editor, 1);
-        resetView(w.editor);
+        setCurrentScale(w.editor.view, w.editor.doc, 1);
+        resetView(w.editor.view, w.editor.doc);
         w.editor.view.offsetX = 12;
         const char* name = c.text.isNull() ? "missing.txt" : "map.txt";
         const QString path = c.text.isNull() ? folderPath("nowhere") + name : mapFile(name, c.text);

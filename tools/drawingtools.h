@@ -1,0 +1,68 @@
+#pragma once
+
+#include "tools/tool.h"
+
+#include <QString>
+
+namespace plotwell {
+
+// Line: each click adds a line from the previous click; the chain stays open
+// until Escape is pressed on the map, whatever tool is chosen then. While it
+// is open, the pointer drags a rubber band from the last click.
+class LineTool : public Tool {
+public:
+    void press(Editor& editor, SurfacePoint p) override;
+    void move(Editor& editor, int buttons, SurfacePoint p) override;
+    void key(Editor& editor, int keyCode, int shift) override;
+
+    bool lineInProgress() const { return m_inProgress; }
+    SurfacePoint lineStart() const { return m_start; }
+
+private:
+    bool m_inProgress = false;
+    SurfacePoint m_start; // where the next line of the chain begins
+};
+
+// Freehand: while the left button is held, the pointer's path becomes lines
+// whose points lie at least 30 world units apart.
+class FreehandTool : public Tool {
+public:
+    static constexpr float kMinStep = 30;
+
+    void move(Editor& editor, int buttons, SurfacePoint p) override;
+    void release(Editor& editor) override;
+
+private:
+    MapPoint m_last; // the last point of the stroke; (0, 0) when it has none
+};
+
+// The caption box txtCaption, in which a label's text is typed.
+struct CaptionBox {
+    bool visible = false;
+    float left = 0; // surface twips
+    float top = 0;
+    // Counts the openings, so that the window knows to reset the text.
+    int opened = 0;
+};
+
+// Label: a click opens the caption box there; Enter in the box makes a label
+// at that point, Escape closes it.
+class LabelTool : public Tool {
+public:
+    // The text the box opens with, all of it selected so that typing replaces it.
+    static QString newLabelText() { return QStringLiteral("(New Label)"); }
+
+    void press(Editor& editor, SurfacePoint p) override;
+
+    const CaptionBox& captionBox() const { return m_box; }
+    // Enter in the box: a label with the typed text, unless it is empty or
+    // still reads "(New Label)" in any case.
+    void commitCaption(Editor& editor, const QString& text);
+    // Escape in the box.
+    void cancelCaption() { m_box.visible = false; }
+
+private:
+    CaptionBox m_box;
+};
+
+} // namespace plotwell

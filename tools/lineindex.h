@@ -1,0 +1,64 @@
+#pragma once
+
+#include "document/mapdocument.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace plotwell {
+
+// A grid over the world that lists, for each cell, every line that can be hit
+// by a click in that cell, so that a click on a large map looks at a few
+// dozen lines instead of all of them. A line can only be hit within the
+// tolerance of its bounding box, so it is listed in every cell that its box,
+// widened by more than the tolerance, touches. Lines whose box covers many
+// cells are kept in one list that every query looks at, and lines appended
+// since the grid was built in another; records removed from the document make
+// the grid be built again at the next query.
+class LineIndex {
+public:
+    // Calls visit(index) once for every line that can be hit at the world
+    // point (x, y); every other line certainly is not.
+    template<typename Visit>
+    void forCandidates(const MapDocument& doc, float x, float y, Visit&& visit)
+    {
+        update(doc);
+        const std::size_t count = doc.lineCount();
+        if (!m_gridded) {
+            for (std::size_t i = 0; i < count; ++i)
+                visit(i);
+            return;
+        }
+        const std::size_t cell = cellIndex(cellColumn(x), cellRow(y));
+        for (std::uint32_t k = m_cellStart[cell]; k < m_cellStart[cell + 1]; ++k)
+            visit(std::size_t(m_entries[k]));
+        for (const std::uint32_t i : m_wide)
+            visit(std::size_t(i));
+        for (std::size_t i = m_indexed; i < count; ++i)
+            visit(i);
+    }
+
+    // Below this many lines the walk over all of them is as quick.
+    static constexpr std::size_t kMinLines = 2048;
+
+private:
+    void update(const MapDocument& doc);
+    void build(const MapDocument& doc);
+    int cellColumn(double x) const;
+    int cellRow(double y) const;
+    std::size_t cellIndex(int column, int row) const { return std::size_t(row) * std::size_t(m_columns) + std::size_t(column); }
+
+    bool m_gridded = false;
+    std::size_t m_indexed = 0;       // lines [0, m_indexed) are in the grid or the wide list
+    std::uint64_t m_removals = 0;    // the document's removals when the grid was built
+    double m_minX = 0;
+    double m_minY = 0;
+    double m_cell = 1;
+    int m_columns = 0;
+    int m_rows = 0;
+    std::vector<std::uint32_t> m_cellStart; // entries of cell c: [m_cellStart[c], m_cellStart[c + 1])
+    std::vector<std::uint32_t> m_entries;
+    std::vector<std::uint32_t> m_wide;
+};
+
+} // namespace plotwell

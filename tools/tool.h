@@ -1,0 +1,45 @@
+#pragma once
+
+#include "view/view.h"
+
+#include <cstdint>
+
+namespace plotwell {
+
+class Editor;
+
+// The seven tools, by their icon's index in the palette.
+enum class ToolId : std::int16_t { Pointer = 0, Pan, Select, Line, Freehand, Label, Crosshair };
+constexpr int kToolCount = 7;
+constexpr ToolId kAllTools[kToolCount] = {ToolId::Pointer, ToolId::Pan,   ToolId::Select,   ToolId::Line,
+                                          ToolId::Freehand, ToolId::Label, ToolId::Crosshair};
+
+// The map's mouse pointer.
+enum class MapCursor { Arrow, Move };
+
+// One editing tool. The dispatcher applies the rules common to all tools
+// (the right button pans in every tool, the zoom anchor, holding the frame,
+// hiding the crosshair) and hands each tool only what is its own.
+class Tool {
+public:
+    virtual ~Tool() = default;
+
+    // The tool was chosen from the palette, or another tool was.
+    virtual void activate(Editor&) {}
+    virtual void deactivate(Editor&) {}
+    // A left press at p, or a right press that pans.
+    virtual void press(Editor&, SurfacePoint) {}
+    // The pointer moved to p with these buttons held (1 left, 2 right, 4
+    // middle, summed; 0 none); a right drag reaches the Pan tool as a left one.
+    virtual void move(Editor&, int /*buttons*/, SurfacePoint) {}
+    // A button was released on the map. Every tool hears it, chosen or not,
+    // and ends what it has in progress.
+    virtual void release(Editor&) {}
+    // A key was pressed on the map. Every tool hears it, chosen or not.
+    virtual void key(Editor&, int /*keyCode*/, int /*shift*/) {}
+
+    // The map's pointer while the tool is chosen.
+    virtual MapCursor cursor() const { return MapCursor::Arrow; }
+};
+
+} // namespace plotwell

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "tools/crosshairtool.h"
+#include "tools/drawingtools.h"
+#include "tools/navigationtools.h"
+#include "tools/tool.h"
+
+namespace plotwell {
+
+// The tool palette and the dispatch of the map's mouse events to the tools.
+// The rules that hold for every tool live here: the right button pans in
+// every tool (but opens the shift prompt of the Crosshair tool), every press
+// that counts as a left press sets the zoom anchor, a move releases a held
+// frame, and presses and right drags hide the crosshair.
+class ToolDispatcher {
+public:
+    ToolId current() const { return m_current; }
+
+    // An icon of the palette clicked.
+    void choose(Editor& editor, ToolId tool);
+
+    // The one button that went down or up (1 left, 2 right, 4 middle), or
+    // the buttons held during a move, summed; the point in surface twips.
+    void press(Editor& editor, int button, SurfacePoint p);
+    void move(Editor& editor, int buttons, SurfacePoint p);
+    void release(Editor& editor);
+    // A key pressed on the map; every tool hears it.
+    void key(Editor& editor, int keyCode, int shift);
+
+    Tool& tool(ToolId id);
+    PanTool& pan() { return m_pan; }
+    LineTool& line() { return m_line; }
+    LabelTool& label() { return m_label; }
+    CrosshairTool& crosshair() { return m_crosshair; }
+    const LineTool& line() const { return m_line; }
+    const LabelTool& label() const { return m_label; }
+    const CrosshairTool& crosshair() const { return m_crosshair; }
+
+private:
+    ToolId m_current = ToolId::Pointer;
+    PointerTool m_pointer;
+    PanTool m_pan;
+    SelectTool m_select;
+    LineTool m_line;
+    FreehandTool m_freehand;
+    LabelTool m_label;
+    CrosshairTool m_crosshair;
+};
+
+} // namespace plotwell
