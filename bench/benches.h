@@ -9,6 +9,7 @@ namespace plotwell::bench {
 int runLoadBench(const QStringList& args);
 int runFrameBench(const QStringList& args);
 int runSaveBench(const QStringList& args);
+int runHitTestBench(const QStringList& args);
 
 // The value of "--name N" in args, or fallback.
 long long argValue(const QStringList& args, const QString& name, long long fallback);

@@ -40,9 +40,12 @@ int main(int argc, char** argv)
         return runFrameBench(args);
     if (which == QLatin1String("save"))
         return runSaveBench(args);
+    if (which == QLatin1String("hittest"))
+        return runHitTestBench(args);
     std::fprintf(stderr,
                  "usage: plotwell-bench load  --lines N --labels M\n"
                  "       plotwell-bench frame --lines N --labels M --size WxH [--view fit|zoom4]\n"
-                 "       plotwell-bench save  --lines N --labels M\n");
+                 "       plotwell-bench save  --lines N --labels M\n"
+                 "       plotwell-bench hittest --lines N --labels M [--points P]\n");
     return 2;
 }

@@ -6,13 +6,12 @@
 
 namespace plotwell {
 
-QString windowCaption()
+QString versionText()
 {
-    return QStringLiteral("Plotwell v%1.%2.%3")
-        .arg(PLOTWELL_VERSION_MAJOR)
-        .arg(PLOTWELL_VERSION_MINOR)
-        .arg(PLOTWELL_VERSION_PATCH);
+    return QStringLiteral("%1.%2.%3").arg(PLOTWELL_VERSION_MAJOR).arg(PLOTWELL_VERSION_MINOR).arg(PLOTWELL_VERSION_PATCH);
 }
+
+QString windowCaption() { return QStringLiteral("Plotwell v") + versionText(); }
 
 void startUp(Editor& editor)
 {

@@ -6,7 +6,9 @@ namespace plotwell {
 
 class Editor;
 
-// "Plotwell v2.2.0", from the build's version.
+// "2.2.0", from the build's version.
+QString versionText();
+// "Plotwell v2.2.0".
 QString windowCaption();
 
 // Sets every default in the order the program has always used, up to

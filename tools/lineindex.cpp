@@ -25,6 +25,25 @@ Box boxOf(const MapLine& line)
             std::max(double(line.p1.x), double(line.p2.x)), std::max(double(line.p1.y), double(line.p2.y))};
 }
 
+// The box of the lines' centres without the farthest hundredth on each side.
+Box usualExtent(const std::vector<MapLine>& lines)
+{
+    std::vector<double> xs, ys;
+    xs.reserve(lines.size());
+    ys.reserve(lines.size());
+    for (const MapLine& line : lines) {
+        xs.push_back((double(line.p1.x) + double(line.p2.x)) / 2);
+        ys.push_back((double(line.p1.y) + double(line.p2.y)) / 2);
+    }
+    const auto at = [](std::vector<double>& v, std::size_t k) {
+        std::nth_element(v.begin(), v.begin() + std::ptrdiff_t(k), v.end());
+        return v[k];
+    };
+    const std::size_t low = lines.size() / 100;
+    const std::size_t high = lines.size() - 1 - low;
+    return {at(xs, low), at(ys, low), at(xs, high), at(ys, high)};
+}
+
 } // namespace
 
 void LineIndex::update(const MapDocument& doc)
@@ -63,13 +82,13 @@ void LineIndex::build(const MapDocument& doc)
     if (!m_gridded)
         return;
 
-    Box world{lines[0].p1.x, lines[0].p1.y, lines[0].p1.x, lines[0].p1.y};
+    // The grid covers where most lines are; the few far from the rest fall
+    // into its edge cells instead of stretching every cell.
+    const Box world = usualExtent(lines);
     double extent = 0;
     for (const MapLine& line : lines) {
         const Box b = boxOf(line);
-        world = {std::min(world.minX, b.minX), std::min(world.minY, b.minY), std::max(world.maxX, b.maxX),
-                 std::max(world.maxY, b.maxY)};
-        extent += std::max(b.maxX - b.minX, b.maxY - b.minY);
+        extent += std::min(std::max(b.maxX - b.minX, b.maxY - b.minY), world.maxX - world.minX + world.maxY - world.minY);
     }
     const double width = std::max(world.maxX - world.minX, 1.0);
     const double height = std::max(world.maxY - world.minY, 1.0);

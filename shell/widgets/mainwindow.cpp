@@ -2,6 +2,7 @@
 
 #include "editor/displayhandlers.h"
 #include "editor/layercommands.h"
+#include "editor/maploading.h"
 #include "editor/shutdown.h"
 #include "editor/startup.h"
 #include "editor/windowlayout.h"
@@ -70,6 +71,15 @@ MainWindow::MainWindow()
     buildMenus();
     buildToolFrame();
     buildOptionsFrame();
+    // The frames are opaque, so that in a narrow window the map does not
+    // show through them, and their caption sits on their top border line.
+    for (QGroupBox* frame : {m_controls.frmTools, m_controls.frmStuff}) {
+        frame->setStyleSheet(QStringLiteral(
+            "QGroupBox { border: 1px solid palette(mid); margin-top: 6px; background: palette(window); }"
+            "QGroupBox::title { subcontrol-origin: margin; left: 6px; padding: 0 2px; }"
+            "QCheckBox { spacing: 3px; }"));
+        frame->raise();
+    }
 
     startUp(m_editor);
     setWindowTitle(windowCaption());
@@ -158,6 +168,11 @@ void MainWindow::requestClose()
         m_endTimer.start();
 }
 
+void MainWindow::openFiles(const QStringList& paths)
+{
+    handle([&] { dropFiles(m_editor, paths); });
+}
+
 void MainWindow::endTimerTick()
 {
     plotwell::endTimerTick(m_editor);
@@ -190,7 +205,8 @@ void MainWindow::syncControls()
     Controls& c = m_controls;
     for (int i = 0; i < kToolCount; ++i) {
         const bool raised = ToolId(i) == m_editor.tools.current();
-        c.imgTool[i]->setFrameStyle(raised ? QFrame::Panel | QFrame::Raised : QFrame::Box | QFrame::Plain);
+        // The chosen tool's icon alone stands out, raised.
+        c.imgTool[i]->setFrameStyle(raised ? QFrame::WinPanel | QFrame::Raised : QFrame::Box | QFrame::Plain);
     }
     setTextIfChanged(c.lblScale, m_editor.view.zoom.caption);
     c.lnScale->move(px(m_editor.view.zoom.markerX1) - c.lnScale->width() / 2, c.lnScale->y());

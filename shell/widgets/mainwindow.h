@@ -80,6 +80,8 @@ public:
     void syncControls();
     // One tick of the shutdown timer.
     void endTimerTick();
+    // Opens map files as if they were dropped on the map.
+    void openFiles(const QStringList& paths);
 
 protected:
     void closeEvent(QCloseEvent* event) override;

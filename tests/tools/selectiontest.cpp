@@ -1,0 +1,245 @@
+#include "tools/selection.h"
+
+#include "tests/support/fakes.h"
+#include "tests/support/records.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+using namespace plotwell;
+using namespace plotwell::test;
+
+namespace {
+
+constexpr ColorRGB kBlue{0, 0, 255};
+
+std::vector<std::size_t> selectedLines(const MapDocument& doc)
+{
+    std::vector<std::size_t> out;
+    for (std::size_t i = 0; i < doc.lineCount(); ++i)
+        if (doc.lines()[i].selected)
+            out.push_back(i);
+    return out;
+}
+
+std::vector<std::size_t> selectedLabels(const MapDocument& doc)
+{
+    std::vector<std::size_t> out;
+    for (std::size_t i = 0; i < doc.labelCount(); ++i)
+        if (doc.labels()[i].selected)
+            out.push_back(i);
+    return out;
+}
+
+// A click at world (x, y) with the view at scale 1 and no offset, toggling.
+bool clickAt(Editor& e, float x, float y, bool toggle = true)
+{
+    return e.selection.hitTestAt(e.doc, e.view, e.display, x, y, e.view.currentZ, toggle);
+}
+
+TEST(HitTest, OneLineAgainstPointsOnItsBorders)
+{
+    const struct {
+        float x1, y1, x2, y2;
+        float px, py;
+        bool hit;
+    } cases[] = {
+        // A vertical line: within 2 across, between its ends along.
+        {10, 0, 10, 50, 11.5f, 25, true},
+        {10, 0, 10, 50, 10, 50, true},
+        {10, 0, 10, 50, 10, 51, false},
+        {10, 0, 10, 50, 12, 25, false},
+        {10, 0, 10, 50, 8.01f, 0, true},
+        // A horizontal line.
+        {0, 5, 30, 5, 15, 6.9f, true},
+        {0, 5, 30, 5, 15, 7, false},
+        {0, 5, 30, 5, 31, 5, false},
+        {0, 5, 30, 5, 0, 3.01f, true},
+        // A diagonal: the slope from the first end must differ by less than 2, inside the box.
+        {0, 0, 100, 100, 50, 90, true},
+        {0, 0, 100, 100, 10, 40, false},
+        {0, 0, 100, 100, 101, 101, false},
+        {100, 100, 0, 0, 50, 50, true},
+        // On the vertical through the first end: within 2 of that end only.
+        {0, 0, 100, 100, 0, 1.9f, true},
+        {0, 0, 100, 100, 0, 2, false},
+        {0, 0, 100, 100, 0, 50, false},
+        // A line whose ends coincide is never hit.
+        {5, 5, 5, 5, 5, 5, false},
+        {5, 5, 5, 5, 5.5f, 5.5f, false},
+    };
+    for (const auto& c : cases) {
+        MapLine line;
+        line.p1 = {c.x1, c.y1};
+        line.p2 = {c.x2, c.y2};
+        EXPECT_EQ(lineHitAt(line, c.px, c.py), c.hit)
+            << c.x1 << "," << c.y1 << " - " << c.x2 << "," << c.y2 << " at " << c.px << "," << c.py;
+    }
+}
+
+TEST(HitTest, ClicksToggleEveryLineHitAndClearNothingElse)
+{
+    FakeWorld w;
+    Editor& e = w.editor;
+    addTestLine(e, 0, 0, 0, 100, 100, 0, kBlue);
+    addTestLine(e, 0, 100, 0, 100, 0, 0, kBlue);
+    addTestLine(e, 500, 500, 0, 600, 500, 0, kBlue);
+    EXPECT_TRUE(clickAt(e, 50, 50)); // where the two cross
+    EXPECT_EQ(selectedLines(e.doc), (std::vector<std::size_t>{0, 1}));
+    EXPECT_TRUE(clickAt(e, 50, 50));
+    EXPECT_TRUE(selectedLines(e.doc).empty());
+    // Setting instead of toggling leaves a selected line selected.
+    clickAt(e, 550, 500);
+    EXPECT_TRUE(clickAt(e, 550, 500, false));
+    EXPECT_EQ(selectedLines(e.doc), (std::vector<std::size_t>{2}));
+    EXPECT_FALSE(clickAt(e, 300, 10));
+}
+
+TEST(HitTest, LayersShownKindsAndTheHeightFilter)
+{
+    FakeWorld w;
+    Editor& e = w.editor;
+    e.doc.activeLayer = 1;
+    addTestLine(e, 0, 0, 0, 100, 0, 0, kBlue, 2);      // another layer: still hit
+    addTestLine(e, 0, 0, 500, 100, 0, 0, kBlue, 1);    // first end far above
+    addTestLine(e, 0, 0, 0, 100, 0, 500, kBlue, 1);    // second end far above: counts as near
+    addTestLabel(e, 50, 1, 0, kBlue, "Here", 1);
+    addTestLabel(e, 50, 1, 0, kBlue, "Other", 3);       // another layer: never hit
+    addTestLabel(e, 51, 0, 1.5f, kBlue, "Close", 1);    // within 2 in height
+    addTestLabel(e, 49, 0, 3, kBlue, "Above", 1);       // 3 above: out with the filter on
+
+    e.display.heightFilterOn = true;
+    e.display.heightRange = 100;
+    clickAt(e, 50, 0);
+    EXPECT_EQ(selectedLines(e.doc), (std::vector<std::size_t>{0, 2}));
+    EXPECT_EQ(selectedLabels(e.doc), (std::vector<std::size_t>{0, 2}));
+
+    e.doc.clearSelection();
+    e.display.heightFilterOn = false;
+    e.display.labelsChecked = false;
+    clickAt(e, 50, 0);
+    EXPECT_EQ(selectedLines(e.doc), (std::vector<std::size_t>{0, 1, 2}));
+    EXPECT_TRUE(selectedLabels(e.doc).empty());
+
+    e.doc.clearSelection();
+    e.display.labelsChecked = true;
+    e.display.linesChecked = false;
+    clickAt(e, 50, 0);
+    EXPECT_TRUE(selectedLines(e.doc).empty());
+    EXPECT_EQ(selectedLabels(e.doc), (std::vector<std::size_t>{0, 2, 3}));
+}
+
+TEST(SelectBox, SelectsRecordsWithAPointInsideOnTheActiveLayerOnly)
+{
+    const struct {
+        SurfacePoint a, b;
+    } drags[] = {{{0, 0}, {100, 60}}, {{100, 60}, {0, 0}}, {{100, 0}, {0, 60}}, {{0, 60}, {100, 0}}};
+    for (const auto& d : drags) {
+        FakeWorld w;
+        Editor& e = w.editor;
+        e.view.offsetX = 10; // the rectangle is in surface units, the records in world units
+        addTestLine(e, 20, 20, 0, 300, 300, 0, kBlue);  // first end inside
+        addTestLine(e, 300, 300, 0, 80, 40, 0, kBlue);  // second end inside
+        addTestLine(e, -50, 30, 0, 200, 30, 0, kBlue);  // crosses, both ends outside
+        addTestLine(e, 40, 40, 0, 40, 40, 0, kBlue);    // degenerate, inside
+        addTestLine(e, 30, 30, 0, 31, 31, 0, kBlue, 2); // another layer
+        addTestLabel(e, 50, 50, 0, kBlue, "In");
+        addTestLabel(e, 50, 50, 0, kBlue, "Elsewhere", 3);
+        addTestLabel(e, 95, 50, 0, kBlue, "Beyond"); // world 95 is surface 105
+        e.display.linesChecked = false;               // the rectangle selects hidden records too
+        e.doc.setLabelSelected(2, true);              // and clears nothing
+        e.selection.showSelectBox(d.a, d.b);
+        EXPECT_TRUE(e.selection.box.visible);
+        e.selection.selectInBox(e.doc, e.view, e.display);
+        EXPECT_EQ(selectedLines(e.doc), (std::vector<std::size_t>{0, 1, 3}));
+        EXPECT_EQ(selectedLabels(e.doc), (std::vector<std::size_t>{0, 2}));
+    }
+}
+
+// A map large enough for the grid, with lines of every shape: short chains,
+// long lines across the map, steep, flat, degenerate and far-off ones.
+void addRandomMap(Editor& e, std::mt19937& rng, int count)
+{
+    std::uniform_real_distribution<float> coord(-3000, 3000), step(-40, 40), unit(0, 1);
+    for (int i = 0; i < count; ++i) {
+        const float x = coord(rng), y = coord(rng);
+        const float kind = unit(rng);
+        if (kind < 0.6f)
+            addTestLine(e, x, y, 0, x + step(rng), y + step(rng), 0, kBlue);
+        else if (kind < 0.7f)
+            addTestLine(e, x, y, 0, x + unit(rng) * 3, y + step(rng) * 20, 0, kBlue); // steep
+        else if (kind < 0.8f)
+            addTestLine(e, x, y, 0, x + step(rng) * 20, y + unit(rng) * 3, 0, kBlue); // flat
+        else if (kind < 0.85f)
+            addTestLine(e, x, y, 0, coord(rng), coord(rng), 0, kBlue); // long
+        else if (kind < 0.9f)
+            addTestLine(e, x, y, 0, x, y, 0, kBlue); // degenerate
+        else if (kind < 0.92f)
+            addTestLine(e, x * 1e6f, y, 0, x * 1e6f + 10, y + 10, 0, kBlue); // far off
+        else
+            addTestLine(e, std::round(x), std::round(y), 0, std::round(x) + 30, std::round(y), 0, kBlue);
+    }
+}
+
+// Every line whose plain test says it is hit, by the definition alone.
+std::vector<std::size_t> plainWalk(const MapDocument& doc, float x, float y)
+{
+    std::vector<std::size_t> hits;
+    for (std::size_t i = 0; i < doc.lineCount(); ++i)
+        if (lineHitAt(doc.lines()[i], x, y))
+            hits.push_back(i);
+    return hits;
+}
+
+// Points near the lines' ends and borders, where rounding matters, and anywhere.
+std::vector<std::pair<float, float>> probePoints(const MapDocument& doc, std::mt19937& rng, int count)
+{
+    std::uniform_real_distribution<float> coord(-3100, 3100), near(-2.5f, 2.5f);
+    std::uniform_int_distribution<std::size_t> pick(0, doc.lineCount() - 1);
+    std::vector<std::pair<float, float>> points;
+    for (int i = 0; i < count; ++i) {
+        if (i % 2 == 0) {
+            points.emplace_back(coord(rng), coord(rng));
+            continue;
+        }
+        const MapLine& l = doc.lines()[pick(rng)];
+        const MapPoint& p = i % 4 == 1 ? l.p1 : l.p2;
+        const float dx = i % 8 < 4 ? near(rng) : std::nextafter(2.0f, 3.0f) * (i % 3 == 0 ? 1 : -1);
+        points.emplace_back(p.x + dx, p.y + near(rng));
+    }
+    return points;
+}
+
+TEST(HitTest, TheGridFindsExactlyWhatTheWalkOverEveryLineFinds)
+{
+    FakeWorld w;
+    Editor& e = w.editor;
+    std::mt19937 rng(17);
+    addRandomMap(e, rng, 6000);
+    ASSERT_GE(e.doc.lineCount(), LineIndex::kMinLines);
+
+    const auto compare = [&](const char* stage) {
+        std::size_t hits = 0;
+        for (const auto& [x, y] : probePoints(e.doc, rng, 800)) {
+            const std::vector<std::size_t> expected = plainWalk(e.doc, x, y);
+            e.doc.clearSelection();
+            EXPECT_EQ(clickAt(e, x, y), !expected.empty()) << stage;
+            ASSERT_EQ(selectedLines(e.doc), expected) << stage << " at " << x << "," << y;
+            hits += expected.size();
+        }
+        EXPECT_GT(hits, 300u) << stage << ": the probes must hit lines to show anything";
+    };
+    compare("built");
+    addRandomMap(e, rng, 300); // drawn after the grid was built
+    compare("appended");
+    e.doc.setLineSelected(7, true);
+    e.doc.removeRecordsWhere([](std::int16_t, bool selected) { return selected; });
+    compare("after a removal");
+    addRandomMap(e, rng, 2000); // a whole file's worth more
+    compare("after a load");
+}
+
+} // namespace
