@@ -8,7 +8,10 @@
 #include <QDropEvent>
 #include <QGroupBox>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QMimeData>
+#include <QMouseEvent>
+#include <QTimer>
 #include <QTemporaryDir>
 #include <QUrl>
 
@@ -99,4 +102,66 @@ TEST(MainWindow, DroppedFileLoadsIntoTheBaseLayerAndShows)
     const QByteArray shots = qgetenv("PLOTWELL_SHOT_DIR");
     if (!shots.isEmpty())
         window.grab().save(QString::fromLocal8Bit(shots) + QStringLiteral("/mainwindow.png"));
+}
+
+TEST(MainWindow, NoFrameIsDrawnWhileAHandlerLetsEventsRun)
+{
+    MainWindow window;
+    window.show();
+    window.frameTick(); // the first frame; the flash steps from the next on
+    const int level = window.editor().display.flashLevel;
+    // The fit lets pending events run once, among them this tick of the frame clock.
+    QTimer::singleShot(0, &window, [&window] { window.frameTick(); });
+    QMouseEvent press(QEvent::MouseButtonPress, QPointF(5, 5), QPointF(5, 5), Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(window.controls().imgAutoSize, &press);
+    EXPECT_EQ(window.editor().display.flashLevel, level);
+    window.frameTick();
+    EXPECT_NE(window.editor().display.flashLevel, level);
+}
+
+TEST(MainWindow, NoFrameIsDrawnWhileADialogIsOpen)
+{
+    MainWindow window;
+    window.show();
+    window.frameTick();
+    const int level = window.editor().display.flashLevel;
+    QMessageBox box(&window);
+    bool ticked = false;
+    QTimer::singleShot(0, &window, [&] {
+        window.frameTick();
+        ticked = true;
+        box.done(0);
+    });
+    box.exec();
+    ASSERT_TRUE(ticked);
+    EXPECT_EQ(window.editor().display.flashLevel, level);
+}
+
+TEST(MainWindow, TheMapForwardsKeysAndMouseToTheEditor)
+{
+    MainWindow window;
+    window.show();
+    QWidget* map = window.controls().map;
+    QKeyEvent right(QEvent::KeyPress, Qt::Key_Right, Qt::ShiftModifier);
+    QCoreApplication::sendEvent(map, &right);
+    EXPECT_EQ(window.editor().view.offsetX, 500.0f);
+    QKeyEvent padPlus(QEvent::KeyPress, Qt::Key_Plus, Qt::KeypadModifier);
+    QCoreApplication::sendEvent(map, &padPlus);
+    EXPECT_FLOAT_EQ(window.editor().view.currentScale, 1.01f);
+
+    // The Pan icon is raised once chosen; a drag then moves the view, in twips.
+    QMouseEvent choose(QEvent::MouseButtonPress, QPointF(3, 3), QPointF(3, 3), Qt::LeftButton, Qt::LeftButton,
+                       Qt::NoModifier);
+    QCoreApplication::sendEvent(window.controls().imgTool[1], &choose);
+    EXPECT_EQ(window.controls().imgTool[1]->frameShadow(), QFrame::Raised);
+    EXPECT_EQ(window.controls().imgTool[0]->frameShadow(), QFrame::Plain);
+    EXPECT_EQ(map->cursor().shape(), Qt::SizeAllCursor);
+    QMouseEvent press(QEvent::MouseButtonPress, QPointF(10, 10), QPointF(10, 10), Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    QMouseEvent move(QEvent::MouseMove, QPointF(30, 14), QPointF(30, 14), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(map, &press);
+    QCoreApplication::sendEvent(map, &move);
+    EXPECT_EQ(window.editor().view.offsetX, 500.0f + 20 * 15);
+    EXPECT_EQ(window.editor().view.offsetY, 4.0f * 15);
 }
