@@ -157,4 +157,49 @@ TEST(MapDocument, ClearingAllAndDroppingTheLastRecord)
     EXPECT_EQ(xsOf(doc), "42 | 42");
 }
 
+TEST(MapDocument, SelectionColourAndScaleChangeOnlyWhatTheyName)
+{
+    MapDocument doc;
+    for (int i = 0; i < 3; ++i)
+        addBoth(doc, i + 1, 1);
+    doc.setLineSelected(1, true);
+    doc.setLabelSelected(2, true);
+    doc.recolorSelection({9, 8, 7});
+    const auto colours = [&doc] {
+        std::string s;
+        for (const MapLine& l : doc.lines())
+            s += std::to_string(l.r + l.g + l.b) + " ";
+        for (const MapLabel& t : doc.labels())
+            s += std::to_string(t.r + t.g + t.b) + " ";
+        return s;
+    };
+    EXPECT_EQ(colours(), "0 24 0 0 0 24 ");
+    doc.clearSelection();
+    doc.recolorSelection({1, 1, 1});
+    EXPECT_EQ(colours(), "0 24 0 0 0 24 ");
+
+    doc.rescale(2.5f);
+    EXPECT_EQ(doc.lines()[2].p1.sx, 7.5f);
+    EXPECT_EQ(doc.lines()[2].p2.sy, 2.5f);
+    EXPECT_EQ(doc.labels()[1].pos.sx, 5.0f);
+}
+
+TEST(MapDocument, RemovalsAreCountedOnlyWhenRecordsGo)
+{
+    MapDocument doc;
+    doc.removeLastLine();
+    doc.removeLastLabel();
+    doc.removeRecordsWhere([](std::int16_t, bool) { return true; });
+    EXPECT_EQ(doc.removals(), 0u);
+    addBoth(doc, 1, 1);
+    addBoth(doc, 2, 2);
+    EXPECT_EQ(doc.removals(), 0u) << "appending keeps every index";
+    doc.removeRecordsWhere([](std::int16_t layer, bool) { return layer == 3; });
+    EXPECT_EQ(doc.removals(), 0u);
+    doc.removeRecordsWhere([](std::int16_t layer, bool) { return layer == 1; });
+    doc.removeLastLine();
+    doc.clearRecords();
+    EXPECT_EQ(doc.removals(), 3u);
+}
+
 } // namespace

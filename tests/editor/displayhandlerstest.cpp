@@ -20,19 +20,6 @@ struct HandlerWorld : FakeWorld {
     int focused = 0;
 };
 
-TEST(DisplayOptions, FlashFallsThenRisesInACycleOfEightWhetherOrNotItIsChecked)
-{
-    DisplayOptions options;
-    options.flashChecked = false;
-    std::vector<int> levels;
-    for (int frame = 0; frame < 21; ++frame) {
-        levels.push_back(options.flashLevel);
-        advanceFlash(options);
-    }
-    EXPECT_EQ(levels, (std::vector<int>{255, 191, 127, 63, 1, 65, 129, 193, 254, 190, 126, 62, 1, 65, 129, 193, 254,
-                                        190, 126, 62, 1}));
-}
-
 TEST(DisplayHandlers, CheckBoxesSetTheirMemberRedrawAndFocusTheMap)
 {
     const struct {
