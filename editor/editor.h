@@ -2,7 +2,7 @@
 
 #include "document/layercontrols.h"
 #include "document/mapdocument.h"
-#include "palette/palettestate.h"
+#include "palette/palette.h"
 #include "platform/services.h"
 #include "render/displayoptions.h"
 #include "render/underlaystate.h"
@@ -43,7 +43,7 @@ public:
     UnderlayState underlay;
     ToolDispatcher tools;
     Selection selection;
-    PaletteState palette;
+    Palette palette;
     ShellState shell;
 
     // While set, a frame draws nothing, so that what a tool drew straight on

@@ -29,6 +29,7 @@ void startUp(Editor& editor)
     // The window caption is windowCaption(), set by the window.
     reapplyZoomScale(editor.view, editor.doc);
     resetView(editor.view, editor.doc);
+    loadColorPresets(editor.palette, editor.services.settings);
 }
 
 void finishStartUp(Editor& editor)

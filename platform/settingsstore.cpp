@@ -17,7 +17,13 @@ QString fullKey(const QString& section, const QString& key) { return section + Q
 
 QString QtSettingsStore::get(const QString& section, const QString& key, const QString& defaultValue) const
 {
-    return userSettings().value(fullKey(section, key), defaultValue).toString();
+    const QVariant value = userSettings().value(fullKey(section, key));
+    if (!value.isValid())
+        return defaultValue;
+    // A value written by hand without quotes, such as 255,0,0, reads as a list.
+    if (value.typeId() == QMetaType::QStringList)
+        return value.toStringList().join(QLatin1Char(','));
+    return value.toString();
 }
 
 void QtSettingsStore::save(const QString& section, const QString& key, const QString& value)

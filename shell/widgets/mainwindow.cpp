@@ -222,8 +222,13 @@ void MainWindow::syncControls()
     setCheckedQuietly(c.chkHeight, m_editor.display.heightChecked);
     setCheckedQuietly(c.chkInvert, m_editor.display.invertChecked);
     setCheckedQuietly(c.chkFlash, m_editor.display.flashChecked);
-    setBackground(c.lblActiveColor, m_editor.palette.activeColor);
-    setBackground(c.lblBkgColor, m_surface.backColor());
+    const Palette& palette = m_editor.palette;
+    setBackground(c.lblActiveColor, palette.activeColor);
+    for (int i = 0; i < kPresetCount; ++i)
+        setBackground(c.lblColor[i], palette.swatchColors[std::size_t(i)]);
+    for (int i = 0; i < 3; ++i)
+        setTextIfChanged(c.sldColor[i], palette.stripCaptions[std::size_t(i)]);
+    setBackground(c.lblBkgColor, palette.backgroundSwatch);
 
     setTextIfChanged(c.lblX, m_editor.view.readout.x);
     setTextIfChanged(c.lblY, m_editor.view.readout.y);

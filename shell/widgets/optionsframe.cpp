@@ -1,5 +1,6 @@
 #include "editor/displayhandlers.h"
 #include "editor/layercommands.h"
+#include "editor/palettecommands.h"
 #include "platform/twips.h"
 #include "shell/widgets/controls.h"
 #include "shell/widgets/mainwindow.h"
@@ -62,7 +63,9 @@ void MainWindow::buildPaletteBlock(QWidget* frame)
         auto* swatch = new ClickLabel(frame);
         swatch->setGeometry(twipRect(300 + 240 * (i % 6), 720 + 240 * (i / 6), 195, 195));
         swatch->setFrameStyle(QFrame::Box | QFrame::Plain);
-        setBackground(swatch, m_editor.palette.presetColors[i]);
+        swatch->pressed = [this, i](Qt::MouseButton button, float) {
+            handle([&] { swatchPressed(m_editor, i, buttonSum(button)); });
+        };
         c.lblColor[i] = swatch;
     }
     c.lblColor[23]->setToolTip(QStringLiteral(
@@ -88,6 +91,8 @@ void MainWindow::buildPaletteBlock(QWidget* frame)
         setBackground(strip, strips[i].back);
         setTextColour(strip, strips[i].text);
         strip->setToolTip(QString::fromLatin1(strips[i].tooltip));
+        strip->moved = [this, i](int buttons, float x) { handle([&] { stripMouseMove(m_editor, i, buttons, x); }); };
+        strip->doubleClicked = [this, i] { handle([&] { stripDoubleClicked(m_editor, i); }); };
         c.sldColor[i] = strip;
     }
 }
@@ -125,6 +130,10 @@ void MainWindow::buildBackgroundGroup(QWidget* frame)
     c.lblBkgColor = new ClickLabel(frame);
     c.lblBkgColor->setGeometry(twipRect(1980, 2160, 1575, 195));
     c.lblBkgColor->setFrameStyle(QFrame::Box | QFrame::Plain);
+    c.lblBkgColor->released = [this](Qt::MouseButton button) {
+        if (button == Qt::LeftButton)
+            handle([&] { backgroundSwatchClicked(m_editor); });
+    };
     c.lblBkgColor->setToolTip(
         QStringLiteral("Click to set background of the map to the active color (underlay must be off)"));
 }

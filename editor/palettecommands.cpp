@@ -1,0 +1,60 @@
+#include "editor/palettecommands.h"
+
+#include "document/numbertext.h"
+#include "editor/editor.h"
+#include "view/zoom.h"
+
+namespace plotwell {
+namespace {
+
+std::uint8_t& channel(ColorRGB& c, int index) { return index == 0 ? c.r : index == 1 ? c.g : c.b; }
+
+} // namespace
+
+void swatchPressed(Editor& editor, int index, int button)
+{
+    Palette& palette = editor.palette;
+    const auto i = std::size_t(index);
+    if (button == kLeftButton) {
+        palette.activeColor = palette.presetColors[i];
+        applyActiveColor(palette, editor.doc);
+    } else {
+        palette.presetColors[i] = palette.activeColor;
+        palette.swatchColors[i] = palette.presetColors[i];
+        saveColorPresets(palette, editor.services.settings);
+    }
+    editor.focusMap();
+}
+
+void stripMouseMove(Editor& editor, int index, int buttons, float x)
+{
+    if (buttons == kLeftButton) {
+        channel(editor.palette.activeColor, index) = stripValue(x);
+        applyActiveColor(editor.palette, editor.doc);
+    }
+    editor.focusMap();
+}
+
+void stripDoubleClicked(Editor& editor, int index)
+{
+    std::uint8_t& value = channel(editor.palette.activeColor, index);
+    const QString answer = editor.services.dialogs.prompt(QStringLiteral("Set new value (0-255)"),
+                                                          QStringLiteral("Enter Color value"), QString::number(value));
+    // Cancelling or an answer that is no number gives 0; beyond 0..255 changes nothing.
+    const double v = leadingNumber(answer.toStdString(), true);
+    if (v >= 0 && v <= 255) {
+        value = std::uint8_t(roundHalfEven(v));
+        applyActiveColor(editor.palette, editor.doc);
+    }
+    editor.focusMap();
+}
+
+void backgroundSwatchClicked(Editor& editor)
+{
+    DrawingSurface& surface = editor.services.surface;
+    surface.setBackColor(editor.palette.activeColor);
+    editor.palette.backgroundSwatch = surface.backColor();
+    editor.focusMap();
+}
+
+} // namespace plotwell
