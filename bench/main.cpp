@@ -42,10 +42,13 @@ int main(int argc, char** argv)
         return runSaveBench(args);
     if (which == QLatin1String("hittest"))
         return runHitTestBench(args);
+    if (which == QLatin1String("draw"))
+        return runDrawBench(args);
     std::fprintf(stderr,
                  "usage: plotwell-bench load  --lines N --labels M\n"
                  "       plotwell-bench frame --lines N --labels M --size WxH [--view fit|zoom4]\n"
                  "       plotwell-bench save  --lines N --labels M\n"
-                 "       plotwell-bench hittest --lines N --labels M [--points P]\n");
+                 "       plotwell-bench hittest --lines N --labels M [--points P]\n"
+                 "       plotwell-bench draw --lines N\n");
     return 2;
 }
