@@ -27,7 +27,8 @@ int runDrawBench(const QStringList& args)
     MemorySettingsStore settings;
     NullEventPump events;
     NullClipboard clipboard;
-    Editor editor(Services{surface, fileDialog, dialogs, settings, events, clipboard});
+    NullLauncher launcher;
+    Editor editor(Services{surface, fileDialog, dialogs, settings, events, clipboard, launcher});
     {
         QByteArray text = QByteArray::fromStdString(generateMapText(lineCount, 0));
         QBuffer buffer(&text);

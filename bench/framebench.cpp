@@ -173,7 +173,8 @@ int runFrameBench(const QStringList& args)
     MemorySettingsStore settings;
     NullEventPump events;
     NullClipboard clipboard;
-    Editor editor(Services{surface, fileDialog, dialogs, settings, events, clipboard});
+    NullLauncher launcher;
+    Editor editor(Services{surface, fileDialog, dialogs, settings, events, clipboard, launcher});
     editor.view.mapWidth = surface.width();
     editor.view.mapHeight = surface.height();
 

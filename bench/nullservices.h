@@ -28,4 +28,10 @@ public:
     void setText(const QString&) override {}
 };
 
+class NullLauncher : public Launcher {
+public:
+    QString programFolder() const override { return {}; }
+    bool openDocument(const QString&) override { return false; }
+};
+
 } // namespace plotwell::bench

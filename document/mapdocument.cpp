@@ -102,15 +102,27 @@ bool MapDocument::removeRecordsWhere(const std::function<bool(std::int16_t, bool
     const bool removed = lineEnd != m_lines.end() || labelEnd != m_labels.end();
     m_lines.erase(lineEnd, m_lines.end());
     m_labels.erase(labelEnd, m_labels.end());
-    if (removed)
+    if (removed) {
         ++m_removals;
+        countSelected();
+    }
     return removed;
+}
+
+void MapDocument::countSelected()
+{
+    m_selected = 0;
+    for (const MapLine& line : m_lines)
+        m_selected += line.selected ? 1 : 0;
+    for (const MapLabel& label : m_labels)
+        m_selected += label.selected ? 1 : 0;
 }
 
 void MapDocument::removeLastLine()
 {
     if (m_lines.empty())
         return;
+    setFlag(m_lines.back().selected, false);
     m_lines.pop_back();
     ++m_removals;
 }
@@ -119,6 +131,7 @@ void MapDocument::removeLastLabel()
 {
     if (m_labels.empty())
         return;
+    setFlag(m_labels.back().selected, false);
     m_labels.pop_back();
     ++m_removals;
 }
@@ -128,6 +141,7 @@ void MapDocument::clearRecords()
     std::vector<MapLine>().swap(m_lines);
     std::vector<MapLabel>().swap(m_labels);
     ++m_removals;
+    m_selected = 0;
 }
 
 void MapDocument::clearSelection()
@@ -136,6 +150,7 @@ void MapDocument::clearSelection()
         line.selected = false;
     for (MapLabel& label : m_labels)
         label.selected = false;
+    m_selected = 0;
 }
 
 void MapDocument::recolorSelection(ColorRGB colour)

@@ -52,10 +52,12 @@ public:
     void clearRecords();
 
     // Selection flags, by index into lines() or labels().
-    void setLineSelected(std::size_t index, bool selected) { m_lines[index].selected = selected; }
-    void setLabelSelected(std::size_t index, bool selected) { m_labels[index].selected = selected; }
+    void setLineSelected(std::size_t index, bool selected) { setFlag(m_lines[index].selected, selected); }
+    void setLabelSelected(std::size_t index, bool selected) { setFlag(m_labels[index].selected, selected); }
     // Every line and label unselected.
     void clearSelection();
+    // True while any line or label is selected.
+    bool hasSelection() const { return m_selected > 0; }
 
     // Every selected line and label takes the colour.
     void recolorSelection(ColorRGB colour);
@@ -77,9 +79,17 @@ public:
     void setFillAdvice(FillAdvice advice) { m_fillAdvice = advice; }
 
 private:
+    void setFlag(bool& flag, bool selected)
+    {
+        m_selected += std::size_t(selected) - std::size_t(flag);
+        flag = selected;
+    }
+    void countSelected();
+
     std::vector<MapLine> m_lines;
     std::vector<MapLabel> m_labels;
     std::uint64_t m_removals = 0;
+    std::size_t m_selected = 0; // selected lines and labels
     FillAdvice m_fillAdvice = nullptr;
 };
 

@@ -55,6 +55,14 @@ void chkInvertClicked(Editor& editor) { drawLines(editor, false); }
 
 void chkFlashClicked(Editor& editor) { redrawAndFocusMap(editor); }
 
+void chkStereoClicked(Editor& editor)
+{
+    if (!editor.display.stereoChecked)
+        return;
+    editor.underlay.underlayOn = false;
+    editor.services.surface.setBackColor(kBlack);
+}
+
 void chkHeightMouseDown(Editor& editor, int button)
 {
     if (button != kRightButton)

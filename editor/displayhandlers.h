@@ -11,6 +11,10 @@ void chkLabelsClicked(Editor& editor);
 void chkHeightClicked(Editor& editor);
 void chkInvertClicked(Editor& editor);
 void chkFlashClicked(Editor& editor);
+// Switching the stereoscopic mode on hides the underlay and turns the map's
+// background black (its swatch keeps its colour); nothing is redrawn, and
+// switching it off changes nothing.
+void chkStereoClicked(Editor& editor);
 
 // A mouse button pressed on the height filter's check box: the right button
 // asks for a new height range; the box's value does not change.

@@ -49,6 +49,9 @@ public:
     // While set, a frame draws nothing, so that what a tool drew straight on
     // the surface (the crosshair's text, the rubber band) stays.
     bool holdDrawing = false;
+    // Something a frame shows may have changed since the last frame drawn;
+    // the window sets it for every event it hands over.
+    bool frameDirty = true;
     MapCursor mapCursor = MapCursor::Arrow;
 
     // Gives the keyboard focus to the map surface; set by the window.

@@ -6,13 +6,18 @@
 
 namespace plotwell {
 
-void RenderLoop::tick(Editor& editor)
+bool RenderLoop::tick(Editor& editor)
 {
     // The flash step belongs after the events that followed the last frame.
     if (m_drawnOnce)
         advanceFlash(editor.display);
+    const bool flashing = editor.display.flashChecked && editor.doc.hasSelection();
+    if (m_drawnOnce && !editor.frameDirty && !flashing)
+        return false;
     drawLines(editor, false);
+    editor.frameDirty = false;
     m_drawnOnce = true;
+    return true;
 }
 
 } // namespace plotwell

@@ -6,10 +6,12 @@ class Editor;
 
 // One pass of the endless redraw loop. The window calls it once per frame
 // from its frame clock, so pending events run between two passes: the order
-// is draw, events, flash step, draw, events, flash step, ...
+// is draw, events, flash step, draw, events, flash step, ... A frame that
+// could not differ from the last one, with nothing changed and nothing
+// flashing, is not drawn again: the surface keeps it. True when drawn.
 class RenderLoop {
 public:
-    void tick(Editor& editor);
+    bool tick(Editor& editor);
 
 private:
     bool m_drawnOnce = false;

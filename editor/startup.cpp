@@ -4,6 +4,10 @@
 #include "view/viewcontrol.h"
 #include "view/zoom.h"
 
+// The built-in pictures are compiled into the core library; a static
+// library's resources must be registered by name, outside any namespace.
+static void registerCoreResources() { Q_INIT_RESOURCE(underlay); }
+
 namespace plotwell {
 
 QString versionText()
@@ -16,6 +20,9 @@ QString windowCaption() { return QStringLiteral("Plotwell v") + versionText(); }
 void startUp(Editor& editor)
 {
     // The Pointer tool is chosen; its icon is shown raised.
+    registerCoreResources();
+    // The underlay starts with the program's own picture.
+    editor.underlay.picture = QImage(QStringLiteral(":/underlay/startup.png"));
     editor.underlay.underlayOn = true;
     editor.display.heightRange = 100;
     editor.view.currentScale = 1;

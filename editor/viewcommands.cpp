@@ -6,6 +6,9 @@
 #include "view/viewcontrol.h"
 #include "view/zoom.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace plotwell {
 
 void fitContentToScreen(Editor& editor)
@@ -29,5 +32,35 @@ void mapKeyDown(Editor& editor, int keyCode, int shift)
 }
 
 void mapKeyUp(Editor& editor, int keyCode, int shift) { keyFlagsUp(editor.keys, keyCode, shift); }
+
+void onMouseWheel(Editor& editor, int delta)
+{
+    if (!editor.shell.wheelHooked)
+        return;
+    View& view = editor.view;
+    const int direction = delta > 0 ? 1 : delta < 0 ? -1 : 0;
+    const bool shift = editor.keys.theShiftKeyIsDown;
+    if (!editor.keys.zKey) {
+        const float s = view.currentScale;
+        const float next = s + float(direction) * (shift ? 0.01f : 0.5f);
+        // The change setCurrentScale will really make, so the point under the pointer stays put.
+        const float d = std::clamp(next, 0.5f, 100.0f) - s;
+        const MapPoint a = toWorld(view, view.lastMousePoint);
+        adjustOffset(view, -a.x * d, -a.y * d);
+        setCurrentScale(view, editor.doc, next);
+        if (!std::isfinite(view.offsetX) || !std::isfinite(view.offsetY))
+            editor.shell.wheelHooked = false;
+    } else {
+        const float z = view.currentZ + float(direction) * (shift ? 1.0f : 10.0f);
+        if (!std::isfinite(z)) {
+            editor.shell.wheelHooked = false;
+            return;
+        }
+        view.currentZ = z;
+        view.readout.z = singleCaption(z);
+        drawLines(editor);
+    }
+    editor.services.events.processEvents();
+}
 
 } // namespace plotwell

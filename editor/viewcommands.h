@@ -14,4 +14,10 @@ void fitContentToScreen(Editor& editor);
 void mapKeyDown(Editor& editor, int keyCode, int shift);
 void mapKeyUp(Editor& editor, int keyCode, int shift);
 
+// One notch of the mouse wheel, forward for a positive delta: zooms about the
+// pointer by 0.5 (0.01 with Shift), or with Z held steps the current Z by 10
+// (1 with Shift). Pending events run once at the end. A step that leaves
+// what a single can hold stops the wheel for the rest of the run.
+void onMouseWheel(Editor& editor, int delta);
+
 } // namespace plotwell

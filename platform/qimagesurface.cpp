@@ -203,15 +203,43 @@ void QImageSurface::print(std::string_view text)
 
 void QImageSurface::paintPicture(const QImage& picture, const QRectF& target, const QRectF& source, RasterOp op)
 {
+    const auto toPixels = [](const QRectF& r) {
+        return QRectF(r.x() / kPerPixel, r.y() / kPerPixel, r.width() / kPerPixel, r.height() / kPerPixel);
+    };
+    QRectF from = toPixels(source);
+    QRectF to = toPixels(target);
+    if (picture.isNull() || from.isEmpty() || to.isEmpty())
+        return;
+    // A source reaching past the picture paints only the part that exists,
+    // at the same scale.
+    const QRectF inside = from.intersected(QRectF(picture.rect()));
+    if (inside.isEmpty())
+        return;
+    const double sx = to.width() / from.width();
+    const double sy = to.height() / from.height();
+    to = QRectF(to.x() + (inside.x() - from.x()) * sx, to.y() + (inside.y() - from.y()) * sy, inside.width() * sx,
+                inside.height() * sy);
+    from = inside;
+
     flushLines();
     QPainter& p = painter();
-    const auto toPixels = [](const QRectF& r) {
-        return QRectF(r.x() / kPerPixel, r.y() / kPerPixel, r.width() / kPerPixel,
-                      r.height() / kPerPixel);
-    };
     p.setCompositionMode(op == RasterOp::Or ? QPainter::RasterOp_SourceOrDestination
                                             : QPainter::CompositionMode_Source);
-    p.drawImage(toPixels(target), picture, toPixels(source));
+    const QSize size = to.toAlignedRect().size();
+    if (size == from.size().toSize()) {
+        p.drawImage(to.topLeft(), picture, from);
+    } else {
+        // Scaling a large picture is slow: it is scaled once for as long as
+        // the picture, its part and the room for it stay the same.
+        ScaledPicture& cached = m_scaled;
+        if (cached.key != picture.cacheKey() || cached.source != from || cached.image.size() != size) {
+            cached.key = picture.cacheKey();
+            cached.source = from;
+            cached.image = picture.copy(from.toAlignedRect()).scaled(size, Qt::IgnoreAspectRatio,
+                                                                     Qt::SmoothTransformation);
+        }
+        p.drawImage(to.topLeft(), cached.image);
+    }
     p.setCompositionMode(QPainter::CompositionMode_SourceOver);
 }
 

@@ -52,6 +52,12 @@ public:
     void refresh() override;
 
 private:
+    struct ScaledPicture {
+        qint64 key = 0;
+        QRectF source;
+        QImage image;
+    };
+
     struct PainterPen {
         ColorRGB colour;
         int width = 0;
@@ -75,6 +81,7 @@ private:
     float m_textY = 0;
     TextCache m_text;
     CircleFootprints m_circles;
+    ScaledPicture m_scaled;
 
     // Drawing to the image is deferred only as far as the pending lines;
     // image() hands out a finished picture, so these change under const.

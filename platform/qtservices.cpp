@@ -2,6 +2,10 @@
 
 #include <QClipboard>
 #include <QCoreApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QProcess>
+#include <QUrl>
 #include <QGuiApplication>
 #include <QLocale>
 
@@ -13,6 +17,17 @@ void QtClipboard::setText(const QString& text)
 {
     if (auto* clipboard = QGuiApplication::clipboard())
         clipboard->setText(text);
+}
+
+QString QtLauncher::programFolder() const { return QDir::toNativeSeparators(QCoreApplication::applicationDirPath()); }
+
+bool QtLauncher::openDocument(const QString& path)
+{
+#if defined(Q_OS_WIN)
+    return QProcess::startDetached(QStringLiteral("notepad.exe"), {path});
+#else
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+#endif
 }
 
 char systemDecimalSeparator()

@@ -22,6 +22,17 @@ public:
     virtual void setText(const QString& text) = 0;
 };
 
+// Starts other programs for the editor.
+class Launcher {
+public:
+    virtual ~Launcher() = default;
+    // The folder the program file lies in, without a trailing separator.
+    virtual QString programFolder() const = 0;
+    // Opens a file with the desktop's viewer for its kind; false when no
+    // viewer could be started.
+    virtual bool openDocument(const QString& path) = 0;
+};
+
 // What the editor needs of the outside world. The window passes the Qt
 // implementations; tests pass scripted fakes.
 struct Services {
@@ -31,6 +42,7 @@ struct Services {
     SettingsStore& settings;
     EventPump& events;
     Clipboard& clipboard;
+    Launcher& launcher;
 };
 
 } // namespace plotwell

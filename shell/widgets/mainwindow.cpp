@@ -5,6 +5,7 @@
 #include "editor/maploading.h"
 #include "editor/shutdown.h"
 #include "editor/startup.h"
+#include "editor/viewcommands.h"
 #include "editor/windowlayout.h"
 #include "platform/twips.h"
 #include "shell/widgets/controls.h"
@@ -19,6 +20,9 @@
 #include <QMouseEvent>
 #include <QResizeEvent>
 #include <QSlider>
+#include <QWheelEvent>
+
+#include <cstdlib>
 
 // The icons are compiled into this library; a static library's resources
 // must be registered by name, outside any namespace.
@@ -48,7 +52,7 @@ void setCheckedQuietly(QCheckBox* box, bool checked)
 } // namespace
 
 MainWindow::MainWindow()
-    : m_editor(Services{m_surface, m_fileDialog, m_dialogs, m_settings, m_events, m_clipboard})
+    : m_editor(Services{m_surface, m_fileDialog, m_dialogs, m_settings, m_events, m_clipboard, m_launcher})
 {
     registerResources();
     m_editor.view.decimalSeparator = systemDecimalSeparator();
@@ -95,6 +99,7 @@ MainWindow::MainWindow()
     connect(&m_frameClock, &QTimer::timeout, this, &MainWindow::frameTick);
     m_frameClock.start();
 
+    hookMouseWheel();
     m_endTimer.setInterval(1000);
     connect(&m_endTimer, &QTimer::timeout, this, &MainWindow::endTimerTick);
 }
@@ -111,6 +116,7 @@ void MainWindow::applyLayout()
 {
     const QSizeF outer = outerSizeTwips();
     m_laidOutFor = frameGeometry().size();
+    m_editor.frameDirty = true;
     layoutWindow(m_editor, float(outer.width()), float(outer.height()));
     m_controls.map->setGeometry(0, 0, px(m_editor.view.mapWidth), px(m_editor.view.mapHeight));
     m_controls.frmTools->move(px(m_editor.shell.toolsLeft), 0);
@@ -137,7 +143,9 @@ void MainWindow::handle(const std::function<void()>& handler)
     ++m_handlersRunning;
     handler();
     --m_handlersRunning;
+    m_editor.frameDirty = true;
     syncControls();
+    unhookWheelIfReleased();
 }
 
 void MainWindow::frameTick()
@@ -146,8 +154,8 @@ void MainWindow::frameTick()
     // waits in a dialog, holds the loop and the flash until it returns.
     if (m_handlersRunning > 0 || QApplication::activeModalWidget())
         return;
-    m_loop.tick(m_editor);
-    syncControls();
+    if (m_loop.tick(m_editor))
+        syncControls();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
@@ -176,15 +184,55 @@ void MainWindow::openFiles(const QStringList& paths)
 void MainWindow::endTimerTick()
 {
     plotwell::endTimerTick(m_editor);
+    unhookWheelIfReleased();
     if (m_editor.shell.ended) {
         m_frameClock.stop();
         m_endTimer.stop();
-        QCoreApplication::exit(0);
+        ended();
     }
+}
+
+void MainWindow::hookMouseWheel()
+{
+    qApp->installEventFilter(this);
+    m_wheelHooked = true;
+}
+
+void MainWindow::unhookWheelIfReleased()
+{
+    // The editor lets the wheel go at the first shutdown tick, or when a
+    // step of it failed.
+    if (m_wheelHooked && !m_editor.shell.wheelHooked) {
+        qApp->removeEventFilter(this);
+        m_wheelHooked = false;
+    }
+}
+
+bool MainWindow::takeWheel(QObject* watched, QEvent* event)
+{
+    auto* widget = qobject_cast<QWidget*>(watched);
+    if (!widget || (widget != this && !isAncestorOf(widget)))
+        return false;
+    // A wheel event not taken by a widget is handed to its parents as copies
+    // that share its time; the first delivery alone is a new turn of the wheel.
+    auto* wheel = static_cast<QWheelEvent*>(event);
+    if (!wheel->spontaneous() && wheel->timestamp() == m_lastWheelTime)
+        return false;
+    m_lastWheelTime = wheel->timestamp();
+    const int notches = m_wheelNotches.feed(wheel->angleDelta().y());
+    for (int i = 0; i < std::abs(notches); ++i)
+        handle([&] { onMouseWheel(m_editor, notches); });
+    return true;
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
+    // The wheel is heard wherever it turns in the window, and its own
+    // handling of the event goes on.
+    if (event->type() == QEvent::Wheel) {
+        takeWheel(watched, event);
+        return false;
+    }
     // The right button on the height filter asks for the range and does not
     // toggle the filter.
     if (watched == m_controls.chkHeight

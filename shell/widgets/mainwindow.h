@@ -6,7 +6,9 @@
 #include "platform/qtservices.h"
 #include "platform/settingsstore.h"
 #include "platform/widgets/qtdialogs.h"
+#include "view/wheel.h"
 
+#include <QCoreApplication>
 #include <QMainWindow>
 #include <QTimer>
 
@@ -80,6 +82,8 @@ public:
     void syncControls();
     // One tick of the shutdown timer.
     void endTimerTick();
+    // Called when the shutdown has run its course: ends the program.
+    std::function<void()> ended = [] { QCoreApplication::exit(0); };
     // Opens map files as if they were dropped on the map.
     void openFiles(const QStringList& paths);
 
@@ -99,6 +103,11 @@ private:
     void buildHeightBox(QWidget* frame);
     void buildReadout(QWidget* frame);
     void applyLayout();
+    void hookMouseWheel();
+    void unhookWheelIfReleased();
+    // A wheel event on the window or a child: one step of the editor's wheel
+    // handler per whole notch.
+    bool takeWheel(QObject* watched, QEvent* event);
     void requestClose();
     // Runs a handler, then shows its effects. No frame is drawn while a
     // handler runs, even when it lets events run or shows a dialog.
@@ -110,10 +119,14 @@ private:
     QtSettingsStore m_settings;
     QtEventPump m_events;
     QtClipboard m_clipboard;
+    QtLauncher m_launcher;
     Editor m_editor;
     RenderLoop m_loop;
     QTimer m_frameClock;
     int m_handlersRunning = 0;
+    bool m_wheelHooked = false;
+    WheelNotches m_wheelNotches;
+    quint64 m_lastWheelTime = ~quint64(0);
     QSize m_laidOutFor;
     QTimer m_endTimer;
     Controls m_controls;

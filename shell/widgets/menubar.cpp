@@ -1,6 +1,9 @@
+#include "editor/helpcommands.h"
 #include "editor/layercommands.h"
 #include "editor/maploading.h"
 #include "editor/mapsaving.h"
+#include "editor/underlaycommands.h"
+#include "tools/intersection.h"
 #include "shell/widgets/mainwindow.h"
 
 #include <QMenuBar>
@@ -16,22 +19,22 @@ void MainWindow::buildMenus()
         open->addAction(QString::fromLatin1(layerCaptions[n]), this,
                         [this, n] { handle([&] { loadLayerFromMenu(m_editor, std::int16_t(n)); }); });
     }
-    file->addAction(QStringLiteral("Open Underlay Image"));
+    file->addAction(QStringLiteral("Open Underlay Image"), this, [this] { handle([&] { openUnderlayFromMenu(m_editor); }); });
     file->addSeparator();
     file->addAction(QStringLiteral("Close all layers"), this, [this] { handle([&] { closeAllLayers(m_editor); }); });
-    file->addAction(QStringLiteral("Close Underlay Image"));
+    file->addAction(QStringLiteral("Close Underlay Image"), this, [this] { handle([&] { closeUnderlay(m_editor); }); });
     file->addSeparator();
     file->addAction(QStringLiteral("Save all layers"), this, [this] { handle([&] { saveAllLayers(m_editor); }); });
     file->addSeparator();
     file->addAction(QStringLiteral("Exit"), this, [this] { requestClose(); });
 
     QMenu* tools = menuBar()->addMenu(QStringLiteral("Tools"));
-    tools->addAction(QStringLiteral("Plot Intersection"));
-    tools->addAction(QStringLiteral("Find Label by Keyword"));
+    tools->addAction(QStringLiteral("Plot Intersection"), this, [this] { handle([&] { plotIntersection(m_editor); }); });
+    tools->addAction(QStringLiteral("Find Label by Keyword"), this, [this] { handle([&] { findLabels(m_editor); }); });
 
     QMenu* help = menuBar()->addMenu(QStringLiteral("Help"));
-    help->addAction(QStringLiteral("Readme"));
-    help->addAction(QStringLiteral("About"));
+    help->addAction(QStringLiteral("Readme"), this, [this] { handle([&] { showReadme(m_editor); }); });
+    help->addAction(QStringLiteral("About"), this, [this] { handle([&] { showAbout(m_editor); }); });
 }
 
 } // namespace plotwell

@@ -1,6 +1,7 @@
 #include "editor/displayhandlers.h"
 #include "editor/layercommands.h"
 #include "editor/palettecommands.h"
+#include "editor/underlaycommands.h"
 #include "platform/twips.h"
 #include "shell/widgets/controls.h"
 #include "shell/widgets/mainwindow.h"
@@ -108,8 +109,11 @@ void MainWindow::buildBackgroundGroup(QWidget* frame)
         c.cmdBkg[i] = new QPushButton(QString::fromLatin1(captions[i]), frame);
         c.cmdBkg[i]->setGeometry(places[i]);
         c.cmdBkg[i]->setFocusPolicy(Qt::NoFocus);
+        connect(c.cmdBkg[i], &QPushButton::clicked, this, [this, i] { handle([&] { backgroundButtonClicked(m_editor, i); }); });
     }
     c.chkAspect = checkBox(frame, twipRect(1920, 1260, 1755, 255), QStringLiteral("Maintain Aspect"), true);
+    // No handler of its own: each frame reads the box.
+    connect(c.chkAspect, &QCheckBox::clicked, this, [this](bool on) { handle([&] { m_editor.underlay.aspectChecked = on; }); });
 
     auto* invert = new WrapCheckBox(QStringLiteral("Invert colors if needed"), frame);
     invert->setGeometry(twipRect(2040, 1560, 1455, 375));
@@ -202,6 +206,12 @@ void MainWindow::buildHeightBox(QWidget* frame)
         });
     });
     c.chkStereo = checkBox(frame, twipRect(2040, 2940, 1695, 255), QStringLiteral("Stereoscopic Mode"), false);
+    connect(c.chkStereo, &QCheckBox::clicked, this, [this](bool on) {
+        handle([&] {
+            m_editor.display.stereoChecked = on;
+            chkStereoClicked(m_editor);
+        });
+    });
     plainLabel(frame, twipRect(2100, 3240, 1515, 255), QStringLiteral("Stereo Seperation:"));
     c.sldStereo = slider(frame, twipRect(2040, 3480, 1695, 195), 100, 30,
                          QStringLiteral("Overall stereo seperation regardless of Z-level"));
@@ -210,10 +220,18 @@ void MainWindow::buildHeightBox(QWidget* frame)
     plainLabel(frame, twipRect(2100, 3960, 1515, 255), QStringLiteral("Brightness:"));
     c.sldBrightness = slider(frame, twipRect(2040, 4200, 1695, 195), 255, 0, QStringLiteral("Brightness"));
     // The sliders have no handlers of their own: each frame reads their values.
-    connect(c.sldStereo, &QSlider::valueChanged, this, [this](int v) { m_editor.display.stereo = std::int16_t(v); });
-    connect(c.sldStereoZ, &QSlider::valueChanged, this, [this](int v) { m_editor.display.stereoZ = std::int16_t(v); });
-    connect(c.sldBrightness, &QSlider::valueChanged, this,
-            [this](int v) { m_editor.display.brightness = std::int16_t(v); });
+    connect(c.sldStereo, &QSlider::valueChanged, this, [this](int v) {
+        m_editor.display.stereo = std::int16_t(v);
+        m_editor.frameDirty = true;
+    });
+    connect(c.sldStereoZ, &QSlider::valueChanged, this, [this](int v) {
+        m_editor.display.stereoZ = std::int16_t(v);
+        m_editor.frameDirty = true;
+    });
+    connect(c.sldBrightness, &QSlider::valueChanged, this, [this](int v) {
+        m_editor.display.brightness = std::int16_t(v);
+        m_editor.frameDirty = true;
+    });
 }
 
 void MainWindow::buildReadout(QWidget* frame)

@@ -1,13 +1,15 @@
-#include "render/displayoptions.h"
 #include "editor/renderloop.h"
 #include "editor/shutdown.h"
 #include "editor/startup.h"
 #include "editor/windowlayout.h"
+#include "render/displayoptions.h"
 #include "tests/support/fakes.h"
+#include "tests/support/records.h"
 
 #include <gtest/gtest.h>
 
 using namespace plotwell;
+using plotwell::test::addTestLine;
 using plotwell::test::FakeWorld;
 
 TEST(StartUp, ReappliesTheZoomWhileTheStartOffsetsHold)
@@ -23,6 +25,7 @@ TEST(StartUp, ReappliesTheZoomWhileTheStartOffsetsHold)
     EXPECT_EQ(world.editor.view.zoom.caption, QStringLiteral("Scale: 1"));
     // Re-applying the zoom from the marker's laid-out position drew nothing.
     EXPECT_EQ(world.surface.frames(), 0);
+    EXPECT_EQ(world.editor.underlay.picture.size(), QSize(505, 386)) << "the built-in picture";
 }
 
 TEST(StartUp, CaptionCarriesTheBuildVersion)
@@ -79,33 +82,33 @@ TEST(Shutdown, EndsOnTheSecondTickAfterRemovingTheWheelHook)
     EXPECT_TRUE(e.shell.ended);
 }
 
-TEST(RenderLoop, DrawsFirstAndStepsTheFlashBetweenFrames)
+TEST(RenderLoop, StepsTheFlashEveryTickAndDrawsOnlyWhatCanHaveChanged)
 {
     FakeWorld world;
     Editor& e = world.editor;
     startUp(e);
     finishStartUp(e);
+    addTestLine(e, 0, 0, 0, 10, 10, 0, kBlack);
     RenderLoop loop;
-    std::vector<int> levelsDrawn;
-    for (int i = 0; i < 10; ++i) {
-        loop.tick(e);
-        levelsDrawn.push_back(e.display.flashLevel);
-    }
-    EXPECT_EQ(world.surface.frames(), 10);
-    const std::vector<int> expected{255, 191, 127, 63, 1, 65, 129, 193, 254, 190};
-    EXPECT_EQ(levelsDrawn, expected);
-}
-
-TEST(RenderLoop, HoldKeepsTheSurfaceButTheFlashGoesOn)
-{
-    FakeWorld world;
-    Editor& e = world.editor;
-    startUp(e);
-    finishStartUp(e);
+    std::vector<int> levels;
+    std::vector<bool> drawn;
+    const auto tick = [&] {
+        drawn.push_back(loop.tick(e));
+        levels.push_back(e.display.flashLevel);
+    };
+    tick(); // the first frame is always drawn
+    tick(); // nothing changed, nothing selected: the last frame stands
+    e.frameDirty = true;
+    tick();
+    e.doc.setLineSelected(0, true); // a selection flashes: every frame differs
+    for (int i = 0; i < 5; ++i)
+        tick();
+    e.display.flashChecked = false; // steady red: nothing to redraw
+    tick();
     e.holdDrawing = true;
-    RenderLoop loop;
-    loop.tick(e);
-    loop.tick(e);
-    EXPECT_EQ(world.surface.frames(), 0);
-    EXPECT_EQ(e.display.flashLevel, 191);
+    e.frameDirty = true;
+    tick(); // held: nothing is drawn, and the flash goes on
+    EXPECT_EQ(levels, (std::vector<int>{255, 191, 127, 63, 1, 65, 129, 193, 254, 190}));
+    EXPECT_EQ(drawn, (std::vector<bool>{true, false, true, true, true, true, true, true, false, true}));
+    EXPECT_EQ(world.surface.frames(), 7);
 }

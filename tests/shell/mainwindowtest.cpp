@@ -14,6 +14,7 @@
 #include <QTimer>
 #include <QTemporaryDir>
 #include <QUrl>
+#include <QWheelEvent>
 
 #include "tests/support/qtprinters.h"
 
@@ -53,14 +54,18 @@ TEST(MainWindow, PanelsFitAtTheDefaultSizeAndFollowAResize)
 TEST(MainWindow, CloseWaitsForTwoTicks)
 {
     MainWindow window;
+    bool ended = false;
+    window.ended = [&ended] { ended = true; };
     window.show();
     EXPECT_FALSE(window.close()); // refused: the shutdown timer starts instead
     EXPECT_TRUE(window.isVisible());
     EXPECT_TRUE(window.editor().shell.endTimerEnabled);
     window.endTimerTick();
     EXPECT_FALSE(window.editor().shell.ended);
+    EXPECT_FALSE(ended);
     window.endTimerTick();
     EXPECT_TRUE(window.editor().shell.ended);
+    EXPECT_TRUE(ended);
 }
 
 TEST(MainWindow, DroppedFileLoadsIntoTheBaseLayerAndShows)
@@ -164,4 +169,36 @@ TEST(MainWindow, TheMapForwardsKeysAndMouseToTheEditor)
     QCoreApplication::sendEvent(map, &move);
     EXPECT_EQ(window.editor().view.offsetX, 500.0f + 20 * 15);
     EXPECT_EQ(window.editor().view.offsetY, 4.0f * 15);
+}
+
+TEST(MainWindow, TheWheelZoomsOncePerNotchUntilShutdownLetsItGo)
+{
+    MainWindow window;
+    window.ended = [] {};
+    window.show();
+    QWidget* map = window.controls().map;
+    // A wheel event the map does not take goes on to its parents as copies
+    // with the same time, as the window system's events do.
+    const auto turn = [&](int delta, quint64 time) {
+        for (QWidget* w = map; w; w = w->parentWidget()) {
+            QWheelEvent wheel(QPointF(40, 30), map->mapToGlobal(QPointF(40, 30)), QPoint(), QPoint(0, delta),
+                              Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+            wheel.setTimestamp(time);
+            QCoreApplication::sendEvent(w, &wheel);
+        }
+    };
+    QMouseEvent move(QEvent::MouseMove, QPointF(40, 30), QPointF(40, 30), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(map, &move);
+    turn(120, 1);
+    EXPECT_FLOAT_EQ(window.editor().view.currentScale, 1.5f);
+    turn(60, 2); // half a notch from a touchpad
+    EXPECT_FLOAT_EQ(window.editor().view.currentScale, 1.5f);
+    turn(60, 3);
+    EXPECT_FLOAT_EQ(window.editor().view.currentScale, 2.0f);
+    EXPECT_EQ(window.controls().lblScale->text(), QStringLiteral("Scale: 2"));
+
+    window.close();
+    window.endTimerTick();
+    turn(120, 4);
+    EXPECT_FLOAT_EQ(window.editor().view.currentScale, 2.0f);
 }

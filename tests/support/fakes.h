@@ -76,6 +76,20 @@ public:
     void setText(const QString& t) override { text = t; }
 };
 
+// Opens nothing; records what it was asked to open.
+class RecordingLauncher : public Launcher {
+public:
+    QString folder = QStringLiteral("/opt/plotwell/bin");
+    QStringList opened;
+    bool viewerFound = true;
+    QString programFolder() const override { return folder; }
+    bool openDocument(const QString& path) override
+    {
+        opened << path;
+        return viewerFound;
+    }
+};
+
 // The fakes of every service but the drawing surface.
 struct FakeServices {
     ScriptedFileDialog fileDialog;
@@ -83,11 +97,12 @@ struct FakeServices {
     MemorySettingsStore settings;
     CountingEventPump events;
     MemoryClipboard clipboard;
+    RecordingLauncher launcher;
 };
 
 // An editor wired to fakes, drawing on the given surface and sized to it.
 struct EditorOn : FakeServices {
-    explicit EditorOn(DrawingSurface& surface) : editor(Services{surface, fileDialog, dialogs, settings, events, clipboard})
+    explicit EditorOn(DrawingSurface& surface) : editor(Services{surface, fileDialog, dialogs, settings, events, clipboard, launcher})
     {
         editor.view.mapWidth = surface.width();
         editor.view.mapHeight = surface.height();

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+namespace plotwell {
+
+class Editor;
+
+// Help > About: the program, its makers, its home page and its version, in
+// one message box.
+QString aboutText();
+void showAbout(Editor& editor);
+
+// Help > Readme: readme.txt from the program's folder (or, where the program
+// is installed, its documentation folder) in the desktop's text viewer. A
+// missing file or viewer is told in a message box.
+void showReadme(Editor& editor);
+
+} // namespace plotwell

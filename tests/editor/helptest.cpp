@@ -1,0 +1,62 @@
+#include "editor/helpcommands.h"
+
+#include "tests/support/fakes.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace plotwell;
+using namespace plotwell::test;
+
+namespace {
+
+TEST(About, FiveLinesEndingInTheVersion)
+{
+    FakeWorld w;
+    showAbout(w.editor);
+    ASSERT_EQ(w.dialogs.messages.size(), 1u);
+    const QStringList lines = w.dialogs.messages[0].text.split(QStringLiteral("\r\n"));
+    ASSERT_EQ(lines.size(), 5);
+    EXPECT_EQ(lines[0], QStringLiteral("Plotwell - Offline Everquest map editor"));
+    EXPECT_TRUE(lines[3].startsWith(QStringLiteral("https://")));
+    EXPECT_EQ(lines[4], QStringLiteral("Version: 2.2.0"));
+    EXPECT_EQ(w.dialogs.messages[0].title, QStringLiteral("Plotwell"));
+}
+
+TEST(Readme, OpensTheFileBesideTheProgramOrInItsDocumentationFolder)
+{
+    QTemporaryDir dir;
+    const auto touch = [&](const QString& relative) {
+        QDir().mkpath(QFileInfo(dir.filePath(relative)).path());
+        QFile file(dir.filePath(relative));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    };
+    FakeWorld w;
+    w.launcher.folder = QDir::toNativeSeparators(dir.filePath(QStringLiteral("bin")));
+    QDir().mkpath(w.launcher.folder);
+
+    showReadme(w.editor); // nowhere yet
+    ASSERT_EQ(w.dialogs.messages.size(), 1u);
+    EXPECT_TRUE(w.dialogs.messages[0].text.contains(QStringLiteral("readme.txt")));
+    EXPECT_TRUE(w.launcher.opened.isEmpty());
+
+    touch(QStringLiteral("share/doc/plotwell/readme.txt"));
+    showReadme(w.editor);
+    touch(QStringLiteral("bin/readme.txt"));
+    showReadme(w.editor);
+    showReadme(w.editor); // twice: two viewers
+    EXPECT_EQ(w.launcher.opened,
+              (QStringList{QDir::toNativeSeparators(dir.filePath(QStringLiteral("share/doc/plotwell/readme.txt"))),
+                           QDir::toNativeSeparators(dir.filePath(QStringLiteral("bin/readme.txt"))),
+                           QDir::toNativeSeparators(dir.filePath(QStringLiteral("bin/readme.txt")))}));
+
+    w.launcher.viewerFound = false;
+    showReadme(w.editor);
+    ASSERT_EQ(w.dialogs.messages.size(), 2u);
+    EXPECT_TRUE(w.dialogs.messages[1].text.startsWith(QStringLiteral("No program to show text files")));
+}
+
+} // namespace
