@@ -1,6 +1,6 @@
 #include "bench/benches.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 
 #include <cstdio>
 
@@ -30,7 +30,7 @@ int main(int argc, char** argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication app(argc, argv);
+    QApplication app(argc, argv);
     QStringList args = app.arguments();
     args.removeFirst();
     const QString which = args.isEmpty() ? QString() : args.takeFirst();
@@ -44,11 +44,14 @@ int main(int argc, char** argv)
         return runHitTestBench(args);
     if (which == QLatin1String("draw"))
         return runDrawBench(args);
+    if (which == QLatin1String("idle"))
+        return runIdleBench(args);
     std::fprintf(stderr,
                  "usage: plotwell-bench load  --lines N --labels M\n"
                  "       plotwell-bench frame --lines N --labels M --size WxH [--view fit|zoom4]\n"
                  "       plotwell-bench save  --lines N --labels M\n"
                  "       plotwell-bench hittest --lines N --labels M [--points P]\n"
-                 "       plotwell-bench draw --lines N\n");
+                 "       plotwell-bench draw --lines N\n"
+                 "       plotwell-bench idle --lines N --labels M --seconds S\n");
     return 2;
 }
