@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/layercontrols.h"
+#include "editor/filestamp.h"
 #include "document/mapdocument.h"
 #include "palette/palette.h"
 #include "platform/services.h"
@@ -39,6 +40,8 @@ public:
     View view;
     KeyFlags keys;
     LayerControls layers;
+    // Each layer's file as last read or written, to notice changes by others.
+    std::array<FileStamp, kLayerCount> layerStamps;
     DisplayOptions display;
     UnderlayState underlay;
     ToolDispatcher tools;

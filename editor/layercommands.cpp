@@ -40,6 +40,7 @@ void closeAllLayers(Editor& editor)
     editor.doc.clearRecords();
     for (int n = 0; n < kLayerCount; ++n) {
         editor.doc.layerFile[n].clear();
+        editor.layerStamps[n] = {};
         editor.layers.captions[n] = defaultLayerName(n);
     }
     setActiveLayer(editor, 0);

@@ -6,6 +6,10 @@
 #include "view/zoom.h"
 
 #include <QDir>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+#include <algorithm>
 
 namespace plotwell {
 namespace {
@@ -34,6 +38,7 @@ ReadResult openMapFile(Editor& editor, const QString& path, std::int16_t layer)
     editor.doc.layerFile[layer] = path;
     editor.layers.captions[layer] = fileNameOf(path);
     editor.services.settings.save(kSettings, kMapFolderKey, folderOf(path));
+    editor.layerStamps[layer] = FileStamp::of(path);
 
     const ReadResult result = readMapFile(path, editor.doc, layer, editor.view.currentScale);
     // A file that cannot be opened or a record that cannot be converted ends
@@ -67,8 +72,40 @@ void loadLayerFromMenu(Editor& editor, std::int16_t layer)
     setActiveLayer(editor, layer);
 }
 
+std::optional<std::array<QString, kLayerCount>> zoneFiles(const QString& basePath)
+{
+    const QFileInfo base(basePath);
+    // A sibling itself is no base: zone_1.txt does not bring zone_1_1.txt.
+    static const QRegularExpression sibling(QStringLiteral("_[1-3]$"));
+    if (!base.isFile() || base.completeBaseName().contains(sibling))
+        return std::nullopt;
+    std::array<QString, kLayerCount> files{basePath};
+    bool any = false;
+    const QString suffix = base.suffix().isEmpty() ? QString() : QLatin1Char('.') + base.suffix();
+    for (int n = 1; n < kLayerCount; ++n) {
+        const QString path = base.dir().filePath(base.completeBaseName() + QStringLiteral("_%1").arg(n) + suffix);
+        if (QFileInfo(path).isFile()) {
+            files[std::size_t(n)] = QDir::toNativeSeparators(path);
+            any = true;
+        }
+    }
+    if (!any)
+        return std::nullopt;
+    return files;
+}
+
 void dropFiles(Editor& editor, const QStringList& paths)
 {
+    const bool noFiles = std::all_of(editor.doc.layerFile.begin(), editor.doc.layerFile.end(),
+                                     [](const QString& file) { return file.isEmpty(); });
+    if (paths.size() == 1 && noFiles) {
+        if (const auto zone = zoneFiles(paths.front())) {
+            for (std::int16_t n = 0; n < kLayerCount; ++n)
+                if (!(*zone)[std::size_t(n)].isEmpty())
+                    openMapFile(editor, QDir::toNativeSeparators((*zone)[std::size_t(n)]), n);
+            return;
+        }
+    }
     std::int16_t target = 2;
     for (const QString& path : paths) {
         for (std::int16_t n = 0; n < kLayerCount; ++n) {

@@ -5,7 +5,9 @@
 #include <QString>
 #include <QStringList>
 
+#include <array>
 #include <cstdint>
+#include <optional>
 
 namespace plotwell {
 
@@ -25,7 +27,14 @@ ReadResult openMapFile(Editor& editor, const QString& path, std::int16_t layer);
 void clearLayer(Editor& editor, std::int16_t layer);
 // File > Open EQ Map File > As Base Layer / As Layer n.
 void loadLayerFromMenu(Editor& editor, std::int16_t layer);
-// Files dropped on the map fill the layers that have no file yet.
+// Files dropped on the map, or named on the command line, fill the layers
+// that have no file yet. A zone's base file alone, dropped while no layer has
+// a file, brings the rest of its zone: see zoneFiles.
 void dropFiles(Editor& editor, const QStringList& paths);
+
+// A zone's map is a base file such as zone.txt with zone_1.txt, zone_2.txt
+// and zone_3.txt beside it. For a base file with at least one such sibling,
+// the files of layers 0 to 3 (empty where a sibling is missing); else none.
+std::optional<std::array<QString, kLayerCount>> zoneFiles(const QString& basePath);
 
 } // namespace plotwell

@@ -36,6 +36,7 @@ bool chooseLayerFile(Editor& editor, std::int16_t layer)
 
     const QString path = QDir::toNativeSeparators(dialog.fileName);
     editor.doc.layerFile[layer] = path;
+    editor.layerStamps[layer] = {}; // chosen to be written, whatever is there
     editor.layers.captions[layer] = fileNameOf(path);
     return true;
 }
@@ -43,9 +44,24 @@ bool chooseLayerFile(Editor& editor, std::int16_t layer)
 bool saveLayer(Editor& editor, std::int16_t layer)
 {
     const QString& path = editor.doc.layerFile[layer];
+    FileStamp& stamp = editor.layerStamps[layer];
+    if (stamp.changedOnDisk(path)) {
+        // Another program's work is not overwritten unasked: the first save
+        // tells, the next one replaces the file.
+        stamp = FileStamp::of(path);
+        editor.services.dialogs.message(
+            QStringLiteral("The file %1 was changed by another program after Plotwell read it, so layer %2 was "
+                           "not saved and the file was left as it is. Choose Save all layers again to replace it.")
+                .arg(path)
+                .arg(layer),
+            kTitle);
+        return false;
+    }
     const WriteResult result = writeLayerFile(path, editor.doc, layer);
-    if (result.ok())
+    if (result.ok()) {
+        stamp = FileStamp::of(path);
         return true;
+    }
     editor.services.dialogs.message(
         QStringLiteral("The layer %1 could not be saved to %2: %3").arg(layer).arg(path, result.error), kTitle);
     return false;

@@ -190,4 +190,41 @@ TEST_F(Loading, TheBaseLayerIsFittedOtherLayersOnlyReapplyTheZoomAndErrorsEndThe
     }
 }
 
+TEST_F(Loading, AZoneBaseDroppedAloneBringsItsSiblings)
+{
+    const QString base = lineFile("zone.txt", 10, "zone");
+    lineFile("zone_1.txt", 11, "zone");
+    lineFile("zone_3.txt", 13, "zone");
+    lineFile("zone_4.txt", 14, "zone"); // not a layer of the zone
+    const QString other = lineFile("other.txt", 20, "zone");
+    const QString sibling = lineFile("lone.txt", 30, "lone");
+    const QString lone1 = lineFile("lone_1.txt", 31, "lone");
+
+    const struct {
+        const char* name;
+        QStringList dropped;
+        bool layerTaken;
+        std::vector<int> lines;
+    } cases[] = {
+        {"a zone fills its layers", {base}, false, {10, 111, 313}},
+        {"with a layer taken, the file goes to a free layer", {base}, true, {110}},
+        {"two files are two files", {base, other}, false, {10, 120}},
+        {"a sibling is no base", {lone1}, false, {31}},
+        {"a base without siblings is one file", {other}, false, {20}},
+    };
+    for (const auto& c : cases) {
+        FakeWorld w;
+        if (c.layerTaken)
+            w.editor.doc.layerFile[0] = QStringLiteral("taken.txt");
+        dropFiles(w.editor, c.dropped);
+        EXPECT_EQ(lineLayers(w.editor), c.lines) << c.name;
+    }
+    const auto zone = zoneFiles(base);
+    ASSERT_TRUE(zone.has_value());
+    EXPECT_TRUE((*zone)[2].isEmpty());
+    EXPECT_TRUE((*zone)[3].endsWith(QStringLiteral("zone_3.txt")));
+    EXPECT_TRUE(zoneFiles(sibling).has_value());
+    EXPECT_FALSE(zoneFiles(folderPath("zone")).has_value()) << "a folder is no zone";
+}
+
 } // namespace

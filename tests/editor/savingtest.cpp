@@ -147,4 +147,27 @@ TEST_F(SaveAllLayers, AWriteThatFailsHalfWayLeavesTheOldFileAsItWas)
 }
 #endif
 
+TEST_F(SaveAllLayers, AFileChangedByAnotherProgramIsReplacedOnlyOnTheNextSave)
+{
+    const QString file = path("zone.txt");
+    writeFile(file, "L 1,2,3,4,5,6,7,8,9\r\n");
+    editor.doc.layerFile[1] = file;
+    editor.layerStamps[1] = FileStamp::of(file);
+    addLine(1, "9,9,9,9,9,9,9,9,9");
+    writeFile(file, "P 1,2,3,4,5,6,7,Someone_else's_label\r\n");
+
+    saveAllLayers(editor);
+    EXPECT_EQ(readFile(file), "P 1,2,3,4,5,6,7,Someone_else's_label\r\n");
+    ASSERT_EQ(messages().size(), 1);
+    EXPECT_TRUE(messages()[0].contains(file) && messages()[0].contains(QStringLiteral("changed by another program")));
+
+    saveAllLayers(editor);
+    EXPECT_EQ(readFile(file), "L 9,9,9,9,9,9,9,9,9\r\n");
+    EXPECT_EQ(messages().size(), 1);
+    // What Plotwell wrote itself is no change by another program.
+    addLine(1);
+    saveAllLayers(editor);
+    EXPECT_EQ(messages().size(), 1);
+}
+
 } // namespace

@@ -1,0 +1,23 @@
+#include "editor/filestamp.h"
+
+#include <QFileInfo>
+
+namespace plotwell {
+
+FileStamp FileStamp::of(const QString& path)
+{
+    const QFileInfo info(path);
+    if (!info.exists())
+        return {};
+    return {true, info.size(), info.lastModified()};
+}
+
+bool FileStamp::changedOnDisk(const QString& path) const
+{
+    if (!known)
+        return false;
+    const FileStamp now = of(path);
+    return now.known && (now.size != size || now.modified != modified);
+}
+
+} // namespace plotwell
