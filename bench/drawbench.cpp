@@ -1,14 +1,8 @@
 #include "bench/benches.h"
-#include "bench/mapgen.h"
 #include "bench/nullservices.h"
-
-#include "document/mapreader.h"
-#include "editor/editor.h"
-#include "platform/qimagesurface.h"
 #include "tools/deletion.h"
 #include "view/zoom.h"
 
-#include <QBuffer>
 #include <QElapsedTimer>
 
 #include <algorithm>
@@ -21,20 +15,8 @@ int runDrawBench(const QStringList& args)
     const auto lineCount = std::size_t(std::max(0LL, argValue(args, QStringLiteral("--lines"), 1000000)));
     constexpr int kRecords = 1000;
 
-    QImageSurface surface(800 * 15, 600 * 15);
-    NullFileDialog fileDialog;
-    NullDialogs dialogs;
-    MemorySettingsStore settings;
-    NullEventPump events;
-    NullClipboard clipboard;
-    NullLauncher launcher;
-    Editor editor(Services{surface, fileDialog, dialogs, settings, events, clipboard, launcher});
-    {
-        QByteArray text = QByteArray::fromStdString(generateMapText(lineCount, 0));
-        QBuffer buffer(&text);
-        buffer.open(QIODevice::ReadOnly);
-        readMapRecords(buffer, editor.doc, 0, editor.view.currentScale);
-    }
+    BenchEditor bench(800, 600, lineCount, 0);
+    Editor& editor = bench.editor;
     const std::size_t loaded = editor.doc.lineCount();
     // The frame each added line asks for is the frame benchmark's business:
     // held here, so that only the tools' own work is timed.

@@ -1,17 +1,12 @@
 #include "bench/benches.h"
-#include "bench/mapgen.h"
 #include "bench/nullservices.h"
 #include "document/ansitext.h"
-#include "document/mapreader.h"
-#include "platform/qimagesurface.h"
+#include "editor/drawlines.h"
+#include "editor/viewcommands.h"
 #include "render/displayoptions.h"
 #include "render/labelfont.h"
-#include "editor/drawlines.h"
-#include "editor/editor.h"
-#include "editor/viewcommands.h"
 #include "view/viewcontrol.h"
 
-#include <QBuffer>
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QPainter>
@@ -167,21 +162,9 @@ int runFrameBench(const QStringList& args)
         return 2;
     }
 
-    QImageSurface surface(float(width) * 15, float(height) * 15);
-    NullFileDialog fileDialog;
-    NullDialogs dialogs;
-    MemorySettingsStore settings;
-    NullEventPump events;
-    NullClipboard clipboard;
-    NullLauncher launcher;
-    Editor editor(Services{surface, fileDialog, dialogs, settings, events, clipboard, launcher});
-    editor.view.mapWidth = surface.width();
-    editor.view.mapHeight = surface.height();
-
-    QByteArray text = QByteArray::fromStdString(generateMapText(lineCount, labelCount));
-    QBuffer buffer(&text);
-    buffer.open(QIODevice::ReadOnly);
-    readMapRecords(buffer, editor.doc, 0, editor.view.currentScale);
+    BenchEditor bench(width, height, lineCount, labelCount);
+    Editor& editor = bench.editor;
+    QImageSurface& surface = bench.surface;
     fitContentToScreen(editor);
     if (view == QLatin1String("zoom4"))
         zoomToCentre(editor);

@@ -1,6 +1,12 @@
 #pragma once
 
+#include "bench/mapgen.h"
+#include "document/mapreader.h"
+#include "editor/editor.h"
+#include "platform/qimagesurface.h"
 #include "platform/services.h"
+
+#include <QBuffer>
 
 namespace plotwell::bench {
 
@@ -32,6 +38,31 @@ class NullLauncher : public Launcher {
 public:
     QString programFolder() const override { return {}; }
     bool openDocument(const QString&) override { return false; }
+};
+
+// An editor on a real image surface of the given pixels with a generated
+// map loaded, reaching nothing outside the process.
+struct BenchEditor {
+    BenchEditor(int width, int height, std::size_t lines, std::size_t labels)
+        : surface(float(width) * 15, float(height) * 15),
+          editor(Services{surface, fileDialog, dialogs, settings, events, clipboard, launcher})
+    {
+        editor.view.mapWidth = surface.width();
+        editor.view.mapHeight = surface.height();
+        QByteArray text = QByteArray::fromStdString(generateMapText(lines, labels));
+        QBuffer buffer(&text);
+        buffer.open(QIODevice::ReadOnly);
+        readMapRecords(buffer, editor.doc, 0, editor.view.currentScale);
+    }
+
+    QImageSurface surface;
+    NullFileDialog fileDialog;
+    NullDialogs dialogs;
+    MemorySettingsStore settings;
+    NullEventPump events;
+    NullClipboard clipboard;
+    NullLauncher launcher;
+    Editor editor;
 };
 
 } // namespace plotwell::bench
