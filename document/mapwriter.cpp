@@ -9,8 +9,8 @@
 #include <charconv>
 #include <cstring>
 #include <functional>
-#include <memory>
 #include <string_view>
+#include <vector>
 
 namespace plotwell {
 namespace {
@@ -28,7 +28,7 @@ public:
     // Takes each full block; false when it could not be written.
     using Sink = std::function<bool(const char*, std::size_t)>;
 
-    explicit BlockWriter(Sink sink) : m_data(std::make_unique<char[]>(kBlock)), m_sink(std::move(sink)) {}
+    explicit BlockWriter(Sink sink) : m_sink(std::move(sink)) {}
 
     bool failed() const { return m_failed; }
     std::size_t bytes() const { return m_bytes; }
@@ -36,20 +36,20 @@ public:
     // Space for at least n bytes (n at most kBlock); give the end to advance().
     char* room(std::size_t n)
     {
-        if (kBlock - m_used < n)
-            flush();
-        return m_data.get() + m_used;
+        if (m_block.size() - m_used < n)
+            makeRoom(n);
+        return m_block.data() + m_used;
     }
-    void advance(const char* end) { m_used = std::size_t(end - m_data.get()); }
+    void advance(const char* end) { m_used = std::size_t(end - m_block.data()); }
 
     // Any amount of text, however long.
     void put(std::string_view text)
     {
         while (!text.empty()) {
-            if (m_used == kBlock)
-                flush();
-            const std::size_t n = std::min(text.size(), kBlock - m_used);
-            std::memcpy(m_data.get() + m_used, text.data(), n);
+            if (m_used == m_block.size())
+                makeRoom(1);
+            const std::size_t n = std::min(text.size(), m_block.size() - m_used);
+            std::memcpy(m_block.data() + m_used, text.data(), n);
             m_used += n;
             text.remove_prefix(n);
         }
@@ -59,7 +59,7 @@ public:
     {
         // After a failed write the rest is dropped: the file is discarded anyway.
         if (!m_failed && m_used > 0) {
-            m_failed = !m_sink(m_data.get(), m_used);
+            m_failed = !m_sink(m_block.data(), m_used);
             if (!m_failed)
                 m_bytes += m_used;
         }
@@ -67,7 +67,18 @@ public:
     }
 
 private:
-    std::unique_ptr<char[]> m_data;
+    // The block grows up to its full size as text comes, so that a small
+    // layer does not pay for clearing a large block; once full it is flushed.
+    void makeRoom(std::size_t n)
+    {
+        if (m_block.size() < kBlock)
+            m_block.resize(std::min(kBlock, std::max({m_block.size() * 2, m_used + n, kFirstBlock})));
+        if (m_block.size() - m_used < n)
+            flush();
+    }
+
+    static constexpr std::size_t kFirstBlock = std::size_t(1) << 16;
+    std::vector<char> m_block;
     std::size_t m_used = 0;
     std::size_t m_bytes = 0;
     bool m_failed = false;
