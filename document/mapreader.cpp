@@ -40,6 +40,15 @@ std::size_t pastLineEnd(const char* data, std::size_t end, std::size_t filled, b
     return end + 1;
 }
 
+// Notes a NUL byte among the n bytes at data, the lines the read went
+// through, whether taken or skipped; what was read beyond a stop is not
+// looked at, so that the answer does not depend on the size of the pieces.
+void noteNul(const char* data, std::size_t n, ReadResult& result)
+{
+    if (!result.holdsNul && n > 0 && std::memchr(data, '\0', n))
+        result.holdsNul = true;
+}
+
 // Hands one text line to the document; false when the record failed.
 bool takeLine(std::string_view line, MapDocument& doc, std::int16_t& layer, float scale, ReadResult& result)
 {
@@ -139,8 +148,6 @@ ReadResult readMapRecords(QIODevice& device, MapDocument& doc, std::int16_t laye
         }
         if (got == 0)
             atEnd = true;
-        else if (!result.holdsNul && std::memchr(buffer.data() + filled, '\0', std::size_t(got)))
-            result.holdsNul = true;
         filled += std::size_t(got);
         done += got;
         ends.reset();
@@ -169,6 +176,7 @@ ReadResult readMapRecords(QIODevice& device, MapDocument& doc, std::int16_t laye
             ++lineNumber;
             if (!takeLine(std::string_view(data + start, end - start), doc, layer, scale, result)) {
                 result.stoppedAtLine = lineNumber;
+                noteNul(data, end, result);
                 return result;
             }
             start = end == filled ? filled : pastLineEnd(data, end, filled, lfMayFollow);
@@ -182,8 +190,10 @@ ReadResult readMapRecords(QIODevice& device, MapDocument& doc, std::int16_t laye
         } else if (rest > kMaxRecordLine) {
             result.stoppedAtLine = lineNumber + 1;
             result.reason = tooLongReason();
+            noteNul(data, start, result);
             return result;
         }
+        noteNul(data, start, result);
         if (start > 0)
             std::memmove(buffer.data(), buffer.data() + start, filled - start);
         filled -= start;

@@ -31,8 +31,9 @@ struct ReadResult {
     std::string reason;
     // The progress hook asked to stop before the end.
     bool cancelled = false;
-    // A NUL byte was read: text files never hold one, so this is most likely
-    // not a map text file at all (a binary file, or text saved as UTF-16).
+    // A line up to where the read ended held a NUL byte: text files never
+    // hold one, so this is most likely not a map text file at all (a binary
+    // file, or text saved as UTF-16).
     bool holdsNul = false;
 
     // Opened and read to the end, neither stopped nor cancelled.

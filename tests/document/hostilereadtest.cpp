@@ -182,6 +182,7 @@ TEST(HostileRead, NulBytesMarkTheInputAsNotText)
         {"a NUL in a skipped line", kLine1 + "\r\n" + QByteArray("#\0\r\n", 4), 1, true},
         {"a picture", QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\x01\0", 20), 0, true},
         {"UTF-16 text", QByteArray("L\0 \0001\0,\0", 8), 0, true},
+        {"a NUL after the stop", kLine1 + "\r\nL 1,2\r\n" + QByteArray("\0", 1), 1, false},
     };
     for (const auto& c : cases) {
         MapDocument doc;
