@@ -2,6 +2,7 @@
 
 #include "document/numbertext.h"
 
+#include <QFileInfo>
 #include <QIODevice>
 #include <QSaveFile>
 
@@ -158,6 +159,8 @@ void writeLayer(BlockWriter& w, const MapDocument& doc, std::int16_t layer)
     w.flush();
 }
 
+const QString kLeftAsItWas = QStringLiteral("; the file was left as it was");
+
 } // namespace
 
 std::string formatLayer(const MapDocument& doc, std::int16_t layer)
@@ -173,7 +176,18 @@ std::string formatLayer(const MapDocument& doc, std::int16_t layer)
 
 WriteResult writeLayerRecords(QIODevice& device, const MapDocument& doc, std::int16_t layer)
 {
-    BlockWriter w([&device](const char* data, std::size_t n) { return device.write(data, qint64(n)) == qint64(n); });
+    // A write may take only part of a block, as when the disk fills up; the
+    // rest is tried again, so that a failure comes with the system's reason.
+    BlockWriter w([&device](const char* data, std::size_t n) {
+        while (n > 0) {
+            const qint64 written = device.write(data, qint64(n));
+            if (written <= 0)
+                return false;
+            data += written;
+            n -= std::size_t(written);
+        }
+        return true;
+    });
     writeLayer(w, doc, layer);
     WriteResult result;
     result.bytes = w.bytes();
@@ -187,21 +201,26 @@ WriteResult writeLayerRecords(QIODevice& device, const MapDocument& doc, std::in
 
 WriteResult writeLayerFile(const QString& path, const MapDocument& doc, std::int16_t layer)
 {
+    WriteResult result;
+    if (QFileInfo(path).isDir()) {
+        result.error = QStringLiteral("it is a folder, not a file");
+        return result;
+    }
     QSaveFile file(path);
     // Written in blocks of its own, so Qt's small write buffer would only add a copy.
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
-        WriteResult result;
         result.error = file.errorString();
         return result;
     }
-    WriteResult result = writeLayerRecords(file, doc, layer);
+    result = writeLayerRecords(file, doc, layer);
     if (!result.ok()) {
-        file.cancelWriting(); // the old file stays as it was
+        file.cancelWriting(); // the new file is dropped, the old one stays as it was
+        result.error += kLeftAsItWas;
         return result;
     }
     // Only now does the new file take the old one's place.
     if (!file.commit())
-        result.error = file.errorString();
+        result.error = file.errorString() + kLeftAsItWas;
     return result;
 }
 
