@@ -202,8 +202,15 @@ WriteResult writeLayerRecords(QIODevice& device, const MapDocument& doc, std::in
 WriteResult writeLayerFile(const QString& path, const MapDocument& doc, std::int16_t layer)
 {
     WriteResult result;
-    if (QFileInfo(path).isDir()) {
+    // The new file replaces the old one by renaming, which would put a
+    // regular file in the place of a pipe or a device such as /dev/null.
+    const QFileInfo target(path);
+    if (target.isDir()) {
         result.error = QStringLiteral("it is a folder, not a file");
+        return result;
+    }
+    if (target.exists() && !target.isFile()) {
+        result.error = QStringLiteral("it is not a regular file (a pipe, a device or a socket)");
         return result;
     }
     QSaveFile file(path);

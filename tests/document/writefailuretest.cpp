@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -46,17 +47,25 @@ protected:
         QFile file(name);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(missing)");
     }
-    QStringList entries() const { return QDir(dir.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot); }
+    QStringList entries() const { return QDir(dir.path()).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot); }
 };
 
+// Saving replaces the file by renaming a new one over it: a folder, a pipe
+// or a device in its place is refused and stays what it was.
 TEST_F(WriteFailure, ATargetThatCannotBeAFileIsRefusedWithTheReason)
 {
     writeOld("old.txt");
     ASSERT_TRUE(QDir(dir.path()).mkdir(QStringLiteral("folder")));
     EXPECT_EQ(writeLayerFile(path("folder"), doc, 1).error.toStdString(), "it is a folder, not a file");
     EXPECT_EQ(writeLayerFile(path("missing/new.txt"), doc, 1).error.toStdString(), "No such file or directory");
-    EXPECT_EQ(entries(), (QStringList{"folder", "old.txt"}));
     EXPECT_TRUE(QDir(path("folder")).isEmpty());
+#ifdef Q_OS_UNIX
+    ASSERT_EQ(mkfifo(QFile::encodeName(path("fifo")).constData(), 0600), 0);
+    EXPECT_EQ(writeLayerFile(path("fifo"), doc, 1).error.toStdString(),
+              "it is not a regular file (a pipe, a device or a socket)");
+    EXPECT_FALSE(QFileInfo(path("fifo")).isFile()) << "the pipe is still a pipe";
+    EXPECT_EQ(entries(), (QStringList{"fifo", "folder", "old.txt"}));
+#endif
     EXPECT_EQ(bytesOf(path("old.txt")), kOldText);
 }
 
