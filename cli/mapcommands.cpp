@@ -1,5 +1,6 @@
 #include "cli/mapcommands.h"
 
+#include "cli/output.h"
 #include "document/mapdocument.h"
 #include "document/mapreader.h"
 #include "document/mapwriter.h"
@@ -8,25 +9,6 @@
 
 namespace plotwell::cli {
 namespace {
-
-// The editor loads a file into a layer at the scale of the moment; layer 0 at
-// scale 1 gives the same records as any other, since neither is written.
-constexpr std::int16_t kLayer = 0;
-constexpr float kScale = 1;
-
-void printLine(std::FILE* out, const QString& text)
-{
-    const QByteArray bytes = text.toLocal8Bit();
-    std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), out);
-    std::fputc('\n', out);
-}
-
-QString stopText(const ReadResult& result)
-{
-    return QStringLiteral("stopped at line %1: %2")
-        .arg(qulonglong(result.stoppedAtLine))
-        .arg(QString::fromStdString(result.reason));
-}
 
 bool sameFile(const QString& a, const QString& b)
 {
@@ -47,15 +29,9 @@ int checkFiles(const QStringList& paths, std::FILE* out)
             status = kFailed;
             continue;
         }
-        QString line = QStringLiteral("%1: %2 lines, %3 labels")
-                           .arg(path)
-                           .arg(qulonglong(result.linesAdded))
-                           .arg(qulonglong(result.labelsAdded));
-        if (result.stoppedAtLine != 0) {
-            line += QStringLiteral(", ") + stopText(result);
+        printLine(out, readSummary(path, result));
+        if (!readCleanly(result))
             status = kFailed;
-        }
-        printLine(out, line);
     }
     std::fflush(out);
     return status;
@@ -69,8 +45,14 @@ int normalizeFile(const QString& in, const QString& out, std::FILE* err)
         printLine(err, QStringLiteral("%1: cannot be opened: %2").arg(in, read.openError));
         return kFailed;
     }
+    if (read.holdsNul) {
+        // Most likely not a map at all: writing it would keep only its records.
+        printLine(err, readSummary(in, read));
+        printLine(err, QStringLiteral("%1: not written, since %2 does not look like a map text file").arg(out, in));
+        return kFailed;
+    }
     if (read.stoppedAtLine != 0) {
-        printLine(err, QStringLiteral("%1: %2").arg(in, stopText(read)));
+        printLine(err, readSummary(in, read));
         // Writing back over the input would lose the lines that were never read.
         if (sameFile(in, out)) {
             printLine(err, QStringLiteral("%1: not rewritten, so the unread lines are kept").arg(out));

@@ -2,6 +2,7 @@
 
 #include "document/numbertext.h"
 
+#include <QFileInfo>
 #include <QIODevice>
 #include <QSaveFile>
 
@@ -9,8 +10,8 @@
 #include <charconv>
 #include <cstring>
 #include <functional>
-#include <memory>
 #include <string_view>
+#include <vector>
 
 namespace plotwell {
 namespace {
@@ -28,7 +29,7 @@ public:
     // Takes each full block; false when it could not be written.
     using Sink = std::function<bool(const char*, std::size_t)>;
 
-    explicit BlockWriter(Sink sink) : m_data(std::make_unique<char[]>(kBlock)), m_sink(std::move(sink)) {}
+    explicit BlockWriter(Sink sink) : m_sink(std::move(sink)) {}
 
     bool failed() const { return m_failed; }
     std::size_t bytes() const { return m_bytes; }
@@ -36,20 +37,20 @@ public:
     // Space for at least n bytes (n at most kBlock); give the end to advance().
     char* room(std::size_t n)
     {
-        if (kBlock - m_used < n)
-            flush();
-        return m_data.get() + m_used;
+        if (m_block.size() - m_used < n)
+            makeRoom(n);
+        return m_block.data() + m_used;
     }
-    void advance(const char* end) { m_used = std::size_t(end - m_data.get()); }
+    void advance(const char* end) { m_used = std::size_t(end - m_block.data()); }
 
     // Any amount of text, however long.
     void put(std::string_view text)
     {
         while (!text.empty()) {
-            if (m_used == kBlock)
-                flush();
-            const std::size_t n = std::min(text.size(), kBlock - m_used);
-            std::memcpy(m_data.get() + m_used, text.data(), n);
+            if (m_used == m_block.size())
+                makeRoom(1);
+            const std::size_t n = std::min(text.size(), m_block.size() - m_used);
+            std::memcpy(m_block.data() + m_used, text.data(), n);
             m_used += n;
             text.remove_prefix(n);
         }
@@ -59,7 +60,7 @@ public:
     {
         // After a failed write the rest is dropped: the file is discarded anyway.
         if (!m_failed && m_used > 0) {
-            m_failed = !m_sink(m_data.get(), m_used);
+            m_failed = !m_sink(m_block.data(), m_used);
             if (!m_failed)
                 m_bytes += m_used;
         }
@@ -67,7 +68,18 @@ public:
     }
 
 private:
-    std::unique_ptr<char[]> m_data;
+    // The block grows up to its full size as text comes, so that a small
+    // layer does not pay for clearing a large block; once full it is flushed.
+    void makeRoom(std::size_t n)
+    {
+        if (m_block.size() < kBlock)
+            m_block.resize(std::min(kBlock, std::max({m_block.size() * 2, m_used + n, kFirstBlock})));
+        if (m_block.size() - m_used < n)
+            flush();
+    }
+
+    static constexpr std::size_t kFirstBlock = std::size_t(1) << 16;
+    std::vector<char> m_block;
     std::size_t m_used = 0;
     std::size_t m_bytes = 0;
     bool m_failed = false;
@@ -147,6 +159,8 @@ void writeLayer(BlockWriter& w, const MapDocument& doc, std::int16_t layer)
     w.flush();
 }
 
+const QString kLeftAsItWas = QStringLiteral("; the file was left as it was");
+
 } // namespace
 
 std::string formatLayer(const MapDocument& doc, std::int16_t layer)
@@ -162,7 +176,18 @@ std::string formatLayer(const MapDocument& doc, std::int16_t layer)
 
 WriteResult writeLayerRecords(QIODevice& device, const MapDocument& doc, std::int16_t layer)
 {
-    BlockWriter w([&device](const char* data, std::size_t n) { return device.write(data, qint64(n)) == qint64(n); });
+    // A write may take only part of a block, as when the disk fills up; the
+    // rest is tried again, so that a failure comes with the system's reason.
+    BlockWriter w([&device](const char* data, std::size_t n) {
+        while (n > 0) {
+            const qint64 written = device.write(data, qint64(n));
+            if (written <= 0)
+                return false;
+            data += written;
+            n -= std::size_t(written);
+        }
+        return true;
+    });
     writeLayer(w, doc, layer);
     WriteResult result;
     result.bytes = w.bytes();
@@ -176,21 +201,33 @@ WriteResult writeLayerRecords(QIODevice& device, const MapDocument& doc, std::in
 
 WriteResult writeLayerFile(const QString& path, const MapDocument& doc, std::int16_t layer)
 {
+    WriteResult result;
+    // The new file replaces the old one by renaming, which would put a
+    // regular file in the place of a pipe or a device such as /dev/null.
+    const QFileInfo target(path);
+    if (target.isDir()) {
+        result.error = QStringLiteral("it is a folder, not a file");
+        return result;
+    }
+    if (target.exists() && !target.isFile()) {
+        result.error = QStringLiteral("it is not a regular file (a pipe, a device or a socket)");
+        return result;
+    }
     QSaveFile file(path);
     // Written in blocks of its own, so Qt's small write buffer would only add a copy.
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
-        WriteResult result;
         result.error = file.errorString();
         return result;
     }
-    WriteResult result = writeLayerRecords(file, doc, layer);
+    result = writeLayerRecords(file, doc, layer);
     if (!result.ok()) {
-        file.cancelWriting(); // the old file stays as it was
+        file.cancelWriting(); // the new file is dropped, the old one stays as it was
+        result.error += kLeftAsItWas;
         return result;
     }
     // Only now does the new file take the old one's place.
     if (!file.commit())
-        result.error = file.errorString();
+        result.error = file.errorString() + kLeftAsItWas;
     return result;
 }
 

@@ -28,7 +28,11 @@ WriteResult writeLayerRecords(QIODevice& device, const MapDocument& doc, std::in
 
 // Writes the layer's map text to path through a temporary file that replaces
 // the old one only when everything was written, so a failed or interrupted
-// save never leaves a truncated or empty file where a good one was.
+// save never leaves a truncated or empty file where a good one was. The error
+// gives the reason ("it is a folder, not a file", "Permission denied", ...);
+// a pipe or a device is refused, since it cannot be replaced safely;
+// when the writing itself failed, as on a full disk, it ends in "; the file
+// was left as it was".
 WriteResult writeLayerFile(const QString& path, const MapDocument& doc, std::int16_t layer);
 
 } // namespace plotwell

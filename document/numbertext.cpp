@@ -4,6 +4,7 @@
 #include <cfloat>
 #include <charconv>
 #include <cmath>
+#include <type_traits>
 
 namespace plotwell {
 namespace {
@@ -74,7 +75,19 @@ std::optional<Real> generalNumber(std::string_view s, bool negative)
     } else if (ec != std::errc()) {
         return std::nullopt;
     }
+    if constexpr (std::is_same_v<Real, float>) {
+        if (isBelowPowerOfTen(v))
+            v = settleBelowPowerOfTen(v, s);
+    }
     return negative ? -v : v;
+}
+
+// The 7 significant digits the writer gives a value (as a double, which
+// holds every single exactly), in to_chars' own case.
+std::string_view sevenDigits(double v, char (&out)[32])
+{
+    const auto end = std::to_chars(out, out + sizeof out, v, std::chars_format::general, 7).ptr;
+    return std::string_view(out, std::size_t(end - out));
 }
 
 // Whole numbers are read as doubles, then rounded half to even.
@@ -95,6 +108,18 @@ std::optional<Int> textToWhole(std::string_view field, double low, double high)
 }
 
 } // namespace
+
+float settleBelowPowerOfTen(float v, std::string_view unsignedText)
+{
+    // Both powers of ten are ordinary doubles, with digits to spare.
+    double exact = 0;
+    std::from_chars(unsignedText.data(), unsignedText.data() + unsignedText.size(), exact,
+                    std::chars_format::general);
+    char wantBuffer[32];
+    char aboveBuffer[32];
+    const float above = std::nextafter(v, 1e38f);
+    return sevenDigits(exact, wantBuffer) == sevenDigits(above, aboveBuffer) ? above : v;
+}
 
 std::optional<float> textToSingle(std::string_view field)
 {

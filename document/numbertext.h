@@ -15,6 +15,21 @@ namespace plotwell {
 // fraction and exponent, blanks. Anything else, or a magnitude beyond the
 // single range, gives no value.
 std::optional<float> textToSingle(std::string_view field);
+// Just below a power of ten, 7 significant digits step ten times finer than
+// above it, and in two places singles step wider still: the single nearest
+// to 1E+28 lies below it and writes as "9.999999E+27", and the one nearest to
+// 1E-38 writes as "9.999999E-39". Text the writer wrote as "1E+28" (from the
+// single above) would then read back as one that writes otherwise. So a
+// number whose nearest single is one of these two, and which is 1E+28 or
+// 1E-38 to 7 digits, reads as the single above, which writes as it does.
+// Every other single writes text that reads back to a single writing the same.
+inline bool isBelowPowerOfTen(float magnitude)
+{
+    return magnitude == 0x1.027e72p+93f || magnitude == 0x1.b38fb8p-127f;
+}
+// v is the magnitude read from unsignedText, the number without its sign.
+float settleBelowPowerOfTen(float v, std::string_view unsignedText);
+
 // As textToSingle, then rounded half to even; outside 0..255 gives no value.
 std::optional<std::uint8_t> textToByte(std::string_view field);
 // As textToSingle, then rounded half to even; outside the 16-bit range gives no value.

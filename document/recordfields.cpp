@@ -70,6 +70,8 @@ std::optional<float> RecordFields::single()
         const auto [stop, ec] = std::from_chars(p, end, v, std::chars_format::general);
         const char* const after = skipBlanks(stop, end);
         if (ec == std::errc() && (after == end || *after == ',')) {
+            if (isBelowPowerOfTen(v))
+                v = settleBelowPowerOfTen(v, std::string_view(p, std::size_t(stop - p)));
             endFieldAt(after);
             return negative ? -v : v;
         }

@@ -1,7 +1,11 @@
 #!/usr/bin/env bash
 # Installs the Debian packages Plotwell builds and tests with, only those missing.
+# "install-deps.sh fuzz" adds clang and its libFuzzer for scripts/fuzz.sh.
 set -euo pipefail
 packages=(g++ cmake ninja-build qt6-base-dev libgl-dev libgtest-dev fonts-dejavu-core fonts-liberation2)
+if [ "${1:-}" = fuzz ]; then
+  packages+=(clang libclang-rt-14-dev)
+fi
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

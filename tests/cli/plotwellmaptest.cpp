@@ -7,6 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
+
 namespace {
 
 struct ToolRun {
@@ -100,18 +104,87 @@ TEST_F(PlotwellMap, NormalizeFailsWhenItCannotReadAllOrWrite)
     EXPECT_TRUE(noOutput.err.contains("cannot be written")) << noOutput.err.toStdString();
 }
 
+TEST_F(PlotwellMap, StatsGivesRangesAndColoursPerFileAndForAllTogether)
+{
+    const QString zone = write("zone.txt", "L -10.5,20,0,30.25,40,-7,0,0,255\r\n"
+                                           "L 1,2,3,4,5,6,255,0,0\r\n"
+                                           "P 1e5,2,1.5e-05,255,0,0,2,Camp\r\n");
+    const QString empty = write("zone_1.txt", "# nothing here\r\n");
+    const QString two = write("zone_2.txt", "P -3,-4,-5,255,0,0,1,Bank\nP 0,0,0,0,0,0,1,Door\n");
+    const ToolRun one = plotwellMap({"stats", zone});
+    EXPECT_EQ(one.status, 0) << one.err.toStdString();
+    EXPECT_EQ(one.out, (zone + ": 2 lines, 1 labels\n"
+                               "  x: -10.5 to 100000\n"
+                               "  y: 2 to 40\n"
+                               "  z: -7 to 6\n"
+                               "  colour 0,0,255: 1 lines, 0 labels\n"
+                               "  colour 255,0,0: 1 lines, 1 labels\n")
+                          .toLocal8Bit());
+
+    const ToolRun all = plotwellMap({"stats", zone, empty, two});
+    EXPECT_EQ(all.status, 0) << all.err.toStdString();
+    EXPECT_TRUE(all.out.endsWith((empty + ": 0 lines, 0 labels\n"
+                                  + two + ": 0 lines, 2 labels\n"
+                                          "  x: -3 to 0\n"
+                                          "  y: -4 to 0\n"
+                                          "  z: -5 to 0\n"
+                                          "  colour 0,0,0: 0 lines, 1 labels\n"
+                                          "  colour 255,0,0: 0 lines, 1 labels\n"
+                                          "total: 2 lines, 3 labels\n"
+                                          "  x: -10.5 to 100000\n"
+                                          "  y: -4 to 40\n"
+                                          "  z: -7 to 6\n"
+                                          "  colour 0,0,0: 0 lines, 1 labels\n"
+                                          "  colour 0,0,255: 1 lines, 0 labels\n"
+                                          "  colour 255,0,0: 1 lines, 2 labels\n")
+                                     .toLocal8Bit()))
+        << all.out.toStdString();
+}
+
+// Whatever the file, each command ends with a message and a status, and
+// nothing is written from a file that is not a map.
+TEST_F(PlotwellMap, HostileFilesGetAMessageAndAStatus)
+{
+    const QString binary = write("picture.txt", QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16));
+    const QString stops = write("stops.txt", "L 1,2,3,4,5,6,7,8,9\r\nL 1,2\r\n\0");
+    const QString fifo = path("fifo");
+    QList<std::pair<QString, QByteArray>> cases{
+        {dir.path(), ": cannot be opened: it is a folder, not a file"},
+        {binary, ": 0 lines, 0 labels, holds NUL bytes (not a text file)"},
+        {stops, ": 1 lines, 0 labels, stopped at line 2: fewer than nine fields"},
+    };
+#ifdef Q_OS_UNIX
+    ASSERT_EQ(mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+    cases.append({fifo, ": cannot be opened: it is not a regular file (a pipe, a device or a socket)"});
+#endif
+    for (const auto& [file, message] : cases) {
+        for (const char* command : {"check", "stats"}) {
+            const ToolRun run = plotwellMap({command, file});
+            EXPECT_EQ(run.status, 1) << command << " " << file.toStdString();
+            EXPECT_TRUE(run.out.startsWith(file.toLocal8Bit() + message)) << run.out.toStdString();
+        }
+        const ToolRun normalize = plotwellMap({"normalize", file, path("out.txt")});
+        EXPECT_EQ(normalize.status, 1) << file.toStdString();
+        EXPECT_TRUE(normalize.err.startsWith(file.toLocal8Bit() + message)) << normalize.err.toStdString();
+        EXPECT_EQ(QFile::exists(path("out.txt")), file == stops) << "only the records of a map are written";
+        QFile::remove(path("out.txt"));
+    }
+    EXPECT_EQ(read(binary), QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16));
+}
+
 TEST_F(PlotwellMap, BadArgumentsGetTheUsage)
 {
     const QString file = path("a.txt");
     for (const QStringList& args : QList<QStringList>{
-             {}, {"check"}, {"normalize", file}, {"normalize", file, file, file}, {"convert", file}}) {
+             {}, {"check"}, {"stats"}, {"normalize", file}, {"normalize", file, file, file}, {"convert", file}}) {
         const ToolRun run = plotwellMap(args);
         EXPECT_EQ(run.status, 2) << args.join(' ').toStdString();
         EXPECT_TRUE(run.err.contains("usage: plotwell-map") && run.out.isEmpty()) << args.join(' ').toStdString();
     }
     const ToolRun help = plotwellMap({"--help"});
     EXPECT_EQ(help.status, 0);
-    EXPECT_TRUE(help.out.contains("check FILE...") && help.out.contains("normalize IN OUT"));
+    EXPECT_TRUE(help.out.contains("check FILE...") && help.out.contains("normalize IN OUT")
+                && help.out.contains("stats FILE..."));
 }
 
 } // namespace

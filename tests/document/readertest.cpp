@@ -111,15 +111,4 @@ TEST(MapReader, LineEndsSkippedLinesAndTheStopAtABadRecord)
     }
 }
 
-TEST(MapReader, AVeryLongLineIsSkippedOrReadWhole)
-{
-    const QByteArray longText(50 * 1024 * 1024, 'x');
-    MapDocument doc;
-    const ReadResult r = read(kLine1 + "\r\n" + longText + "\r\n" + kLine2 + "\r\nP 1,2,3,0,0,0,1," + longText, doc);
-    EXPECT_EQ(r.stoppedAtLine, 0u);
-    EXPECT_EQ(doc.lineCount(), 2u);
-    ASSERT_EQ(doc.labelCount(), 1u);
-    EXPECT_EQ(doc.labels()[0].text.size(), std::size_t(longText.size()));
-}
-
 } // namespace
