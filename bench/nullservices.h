@@ -40,12 +40,19 @@ public:
     bool openDocument(const QString&) override { return false; }
 };
 
+class NullProgress : public Progress {
+public:
+    void begin(const QString&) override {}
+    bool advance(qint64, qint64) override { return true; }
+    void end() override {}
+};
+
 // An editor on a real image surface of the given pixels with a generated
 // map loaded, reaching nothing outside the process.
 struct BenchEditor {
     BenchEditor(int width, int height, std::size_t lines, std::size_t labels)
         : surface(float(width) * 15, float(height) * 15),
-          editor(Services{surface, fileDialog, dialogs, settings, events, clipboard, launcher})
+          editor(Services{surface, fileDialog, dialogs, settings, events, clipboard, launcher, progress})
     {
         editor.view.mapWidth = surface.width();
         editor.view.mapHeight = surface.height();
@@ -62,6 +69,7 @@ struct BenchEditor {
     NullEventPump events;
     NullClipboard clipboard;
     NullLauncher launcher;
+    NullProgress progress;
     Editor editor;
 };
 

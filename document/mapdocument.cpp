@@ -144,6 +144,18 @@ void MapDocument::clearRecords()
     m_selected = 0;
 }
 
+void MapDocument::keepFirst(std::size_t lines, std::size_t labels)
+{
+    if (lines >= m_lines.size() && labels >= m_labels.size())
+        return;
+    if (lines < m_lines.size())
+        m_lines.erase(m_lines.begin() + std::ptrdiff_t(lines), m_lines.end());
+    if (labels < m_labels.size())
+        m_labels.erase(m_labels.begin() + std::ptrdiff_t(labels), m_labels.end());
+    ++m_removals;
+    countSelected();
+}
+
 void MapDocument::clearSelection()
 {
     for (MapLine& line : m_lines)

@@ -51,6 +51,10 @@ public:
     // Removes every record of every layer (the file names stay).
     void clearRecords();
 
+    // Drops every line and label beyond the first so many, as if they had
+    // never been appended.
+    void keepFirst(std::size_t lines, std::size_t labels);
+
     // Selection flags, by index into lines() or labels().
     void setLineSelected(std::size_t index, bool selected) { setFlag(m_lines[index].selected, selected); }
     void setLabelSelected(std::size_t index, bool selected) { setFlag(m_labels[index].selected, selected); }

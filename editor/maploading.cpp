@@ -35,15 +35,35 @@ ReadResult openMapFile(Editor& editor, const QString& path, std::int16_t layer)
 {
     if (editor.doc.activeLayer != layer)
         setActiveLayer(editor, layer);
-    editor.doc.layerFile[layer] = path;
+    MapDocument& doc = editor.doc;
+    // What the layer was, should the user cancel a long load.
+    const QString fileBefore = doc.layerFile[layer];
+    const QString captionBefore = editor.layers.captions[layer];
+    const FileStamp stampBefore = editor.layerStamps[layer];
+    const std::size_t linesBefore = doc.lineCount();
+    const std::size_t labelsBefore = doc.labelCount();
+
+    doc.layerFile[layer] = path;
     editor.layers.captions[layer] = fileNameOf(path);
     editor.services.settings.save(kSettings, kMapFolderKey, folderOf(path));
     editor.layerStamps[layer] = FileStamp::of(path);
 
-    const ReadResult result = readMapFile(path, editor.doc, layer, editor.view.currentScale);
+    Progress& progress = editor.services.progress;
+    progress.begin(QStringLiteral("Loading %1").arg(fileNameOf(path)));
+    const ReadResult result = readMapFile(path, doc, layer, editor.view.currentScale,
+                                          [&progress](qint64 done, qint64 total) { return progress.advance(done, total); });
+    progress.end();
+    if (result.cancelled) {
+        // The read only appended: dropping what it added leaves the layer as it was.
+        doc.keepFirst(linesBefore, labelsBefore);
+        doc.layerFile[layer] = fileBefore;
+        editor.layers.captions[layer] = captionBefore;
+        editor.layerStamps[layer] = stampBefore;
+        return result;
+    }
     // A file that cannot be opened or a record that cannot be converted ends
     // the load here, silently.
-    if (!result.opened || result.stoppedAtLine != 0)
+    if (!result.complete())
         return result;
 
     reapplyZoomScale(editor.view, editor.doc);
@@ -67,8 +87,8 @@ void loadLayerFromMenu(Editor& editor, std::int16_t layer)
     if (!dialog.showOpen())
         return;
     const ReadResult result = openMapFile(editor, QDir::toNativeSeparators(dialog.fileName), layer);
-    if (!result.opened || result.stoppedAtLine != 0)
-        return; // the load ended on an error, before the last step
+    if (!result.complete())
+        return; // the load ended on an error or a cancel, before the last step
     setActiveLayer(editor, layer);
 }
 

@@ -33,6 +33,17 @@ public:
     virtual bool openDocument(const QString& path) = 0;
 };
 
+// Shows how far a long task has come and lets the user cancel it. Nothing
+// shows for a task that ends within about half a second.
+class Progress {
+public:
+    virtual ~Progress() = default;
+    virtual void begin(const QString& label) = 0;
+    // done of total (total -1 when not known); false once the user cancelled.
+    virtual bool advance(qint64 done, qint64 total) = 0;
+    virtual void end() = 0;
+};
+
 // What the editor needs of the outside world. The window passes the Qt
 // implementations; tests pass scripted fakes.
 struct Services {
@@ -43,6 +54,7 @@ struct Services {
     EventPump& events;
     Clipboard& clipboard;
     Launcher& launcher;
+    Progress& progress;
 };
 
 } // namespace plotwell

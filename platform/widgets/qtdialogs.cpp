@@ -7,6 +7,8 @@
 #include <QInputDialog>
 #include <QMessageBox>
 
+#include <algorithm>
+
 namespace plotwell {
 
 QString QtFileDialog::toQtFilter(const QString& filter)
@@ -46,6 +48,32 @@ bool QtFileDialog::show(QFileDialog::AcceptMode mode)
 bool QtFileDialog::showOpen() { return show(QFileDialog::AcceptOpen); }
 
 bool QtFileDialog::showSave() { return show(QFileDialog::AcceptSave); }
+
+void QtProgress::begin(const QString& label)
+{
+    m_dialog = std::make_unique<QProgressDialog>(label, QStringLiteral("Cancel"), 0, 1000, m_parent);
+    m_dialog->setWindowTitle(QStringLiteral("Plotwell"));
+    m_dialog->setWindowModality(Qt::ApplicationModal);
+    m_dialog->setMinimumDuration(500);
+    m_dialog->setAutoReset(false);
+    m_dialog->setAutoClose(false);
+    m_dialog->setValue(0);
+}
+
+bool QtProgress::advance(qint64 done, qint64 total)
+{
+    if (!m_dialog)
+        return true;
+    // Once shown, the dialog lets events run on each step, so the window
+    // stays drawn and the Cancel button works.
+    if (total > 0)
+        m_dialog->setValue(int(std::min<qint64>(1000, done * 1000 / total)));
+    else
+        m_dialog->setValue(std::max(1, m_dialog->value()));
+    return !m_dialog->wasCanceled();
+}
+
+void QtProgress::end() { m_dialog.reset(); }
 
 void QtDialogs::message(const QString& text, const QString& title)
 {

@@ -2,10 +2,14 @@
 
 #include "platform/dialogs.h"
 #include "platform/filedialog.h"
+#include "platform/services.h"
 
 #include <QFileDialog>
 #include <QPointer>
+#include <QProgressDialog>
 #include <QWidget>
+
+#include <memory>
 
 namespace plotwell {
 
@@ -26,6 +30,20 @@ private:
 
     QPointer<QWidget> m_parent;
     QString m_lastFolder;
+};
+
+// A QProgressDialog, modal, that shows itself only for tasks that last.
+class QtProgress : public Progress {
+public:
+    explicit QtProgress(QWidget* parent) : m_parent(parent) {}
+
+    void begin(const QString& label) override;
+    bool advance(qint64 done, qint64 total) override;
+    void end() override;
+
+private:
+    QPointer<QWidget> m_parent;
+    std::unique_ptr<QProgressDialog> m_dialog;
 };
 
 // QMessageBox with only OK, QInputDialog for a line of text.

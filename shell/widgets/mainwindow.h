@@ -120,6 +120,7 @@ private:
     QtEventPump m_events;
     QtClipboard m_clipboard;
     QtLauncher m_launcher;
+    QtProgress m_progress{this};
     Editor m_editor;
     RenderLoop m_loop;
     QTimer m_frameClock;

@@ -227,4 +227,30 @@ TEST_F(Loading, AZoneBaseDroppedAloneBringsItsSiblings)
     EXPECT_FALSE(zoneFiles(folderPath("zone")).has_value()) << "a folder is no zone";
 }
 
+TEST_F(Loading, ACancelledLoadLeavesTheLayerAsItWas)
+{
+    const QString old = lineFile("old.txt", 5);
+    dropFiles(editor, {lineFile("base.txt", 1), lineFile("one.txt", 2), old});
+    ASSERT_EQ(lineLayers(editor), (std::vector<int>{1, 102, 205}));
+    QByteArray big;
+    for (int i = 0; i < 20000; ++i)
+        big += "L 7,0,0,1,1,1,0,0,0\r\nP 7,0,0,0,0,0,1,Here\r\n";
+    const QString file = mapFile("big.txt", big);
+
+    world.progress.reports = 0;
+    world.progress.cancelAt = 2; // after the second piece read
+    const ReadResult result = openMapFile(editor, file, 2);
+    EXPECT_TRUE(result.cancelled);
+    EXPECT_EQ(world.progress.begun, 4);
+    EXPECT_EQ(world.progress.ended, 4);
+    EXPECT_EQ(lineLayers(editor), (std::vector<int>{1, 102, 205}));
+    EXPECT_EQ(editor.doc.labelCount(), 0u);
+    EXPECT_EQ(editor.doc.layerFile[2], old);
+    EXPECT_EQ(editor.layers.captions[2], QStringLiteral("old.txt"));
+
+    world.progress.cancelAt = 0;
+    EXPECT_TRUE(openMapFile(editor, file, 2).complete());
+    EXPECT_EQ(editor.doc.labelCount(), 20000u);
+}
+
 } // namespace

@@ -90,6 +90,18 @@ public:
     }
 };
 
+// Counts progress reports; cancels at the given report (0: never).
+class ScriptedProgress : public Progress {
+public:
+    int cancelAt = 0;
+    int reports = 0;
+    int begun = 0;
+    int ended = 0;
+    void begin(const QString&) override { ++begun; }
+    bool advance(qint64, qint64) override { return ++reports != cancelAt; }
+    void end() override { ++ended; }
+};
+
 // The fakes of every service but the drawing surface.
 struct FakeServices {
     ScriptedFileDialog fileDialog;
@@ -98,11 +110,12 @@ struct FakeServices {
     CountingEventPump events;
     MemoryClipboard clipboard;
     RecordingLauncher launcher;
+    ScriptedProgress progress;
 };
 
 // An editor wired to fakes, drawing on the given surface and sized to it.
 struct EditorOn : FakeServices {
-    explicit EditorOn(DrawingSurface& surface) : editor(Services{surface, fileDialog, dialogs, settings, events, clipboard, launcher})
+    explicit EditorOn(DrawingSurface& surface) : editor(Services{surface, fileDialog, dialogs, settings, events, clipboard, launcher, progress})
     {
         editor.view.mapWidth = surface.width();
         editor.view.mapHeight = surface.height();
