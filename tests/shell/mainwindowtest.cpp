@@ -3,16 +3,20 @@
 #include "shell/widgets/mainwindow.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QDropEvent>
+#include <QElapsedTimer>
 #include <QGroupBox>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QMouseEvent>
-#include <QTimer>
+#include <QProgressDialog>
 #include <QTemporaryDir>
+#include <QThread>
+#include <QTimer>
 #include <QUrl>
 #include <QWheelEvent>
 
@@ -200,4 +204,31 @@ TEST(MainWindow, TheWheelZoomsOncePerNotchUntilShutdownLetsItGo)
     window.endTimerTick();
     turn(120, 4);
     EXPECT_FLOAT_EQ(window.editor().view.currentScale, 2.0f);
+}
+
+TEST(QtProgress, AppearsOnlyForLongTasksAndReportsACancel)
+{
+    QWidget parent;
+    QtProgress progress(&parent);
+    const auto dialog = [] {
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (auto* d = qobject_cast<QProgressDialog*>(w))
+                return d;
+        return static_cast<QProgressDialog*>(nullptr);
+    };
+    progress.begin(QStringLiteral("Loading zone.txt"));
+    ASSERT_TRUE(dialog());
+    EXPECT_FALSE(dialog()->isVisible()) << "nothing shows at once";
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < 800) {
+        ASSERT_TRUE(progress.advance(timer.elapsed(), 2000));
+        QThread::msleep(20);
+    }
+    EXPECT_TRUE(dialog()->isVisible()) << "a task that lasts shows its progress";
+    EXPECT_EQ(dialog()->labelText(), QStringLiteral("Loading zone.txt"));
+    dialog()->cancel();
+    EXPECT_FALSE(progress.advance(900, 2000));
+    progress.end();
+    EXPECT_FALSE(dialog());
 }
