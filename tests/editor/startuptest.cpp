@@ -28,11 +28,6 @@ TEST(StartUp, ReappliesTheZoomWhileTheStartOffsetsHold)
     EXPECT_EQ(world.editor.underlay.picture.size(), QSize(505, 386)) << "the built-in picture";
 }
 
-TEST(StartUp, CaptionCarriesTheBuildVersion)
-{
-    EXPECT_EQ(windowCaption(), QStringLiteral("Plotwell v2.2.0"));
-}
-
 struct LayoutCase {
     float width, height;
     float stuffLeft, mapWidth, mapHeight;

@@ -150,18 +150,6 @@ TEST(LabelTool, EnterMakesALabelWhereTheBoxOpened)
     }
 }
 
-TEST(LabelTool, EscapeClosesTheBoxAndAClickElsewhereMovesIt)
-{
-    DrawWorld w(ToolId::Label);
-    w.press(40, 60);
-    const int opened = w.editor.tools.label().captionBox().opened;
-    w.press(80, 90);
-    EXPECT_EQ(w.editor.tools.label().captionBox().opened, opened + 1) << "reopened with its text reset";
-    w.editor.tools.label().cancelCaption();
-    EXPECT_FALSE(w.editor.tools.label().captionBox().visible);
-    EXPECT_EQ(w.editor.doc.labelCount(), 0u);
-}
-
 TEST(Deletion, TheSelectionOrElseTheLastRecord)
 {
     const struct {
