@@ -208,21 +208,20 @@ void MainWindow::unhookWheelIfReleased()
     }
 }
 
-bool MainWindow::takeWheel(QObject* watched, QEvent* event)
+void MainWindow::takeWheel(QObject* watched, QEvent* event)
 {
     auto* widget = qobject_cast<QWidget*>(watched);
     if (!widget || (widget != this && !isAncestorOf(widget)))
-        return false;
+        return;
     // A wheel event not taken by a widget is handed to its parents as copies
     // that share its time; the first delivery alone is a new turn of the wheel.
     auto* wheel = static_cast<QWheelEvent*>(event);
     if (!wheel->spontaneous() && wheel->timestamp() == m_lastWheelTime)
-        return false;
+        return;
     m_lastWheelTime = wheel->timestamp();
     const int notches = m_wheelNotches.feed(wheel->angleDelta().y());
     for (int i = 0; i < std::abs(notches); ++i)
         handle([&] { onMouseWheel(m_editor, notches); });
-    return true;
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)

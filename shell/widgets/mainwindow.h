@@ -107,7 +107,7 @@ private:
     void unhookWheelIfReleased();
     // A wheel event on the window or a child: one step of the editor's wheel
     // handler per whole notch.
-    bool takeWheel(QObject* watched, QEvent* event);
+    void takeWheel(QObject* watched, QEvent* event);
     void requestClose();
     // Runs a handler, then shows its effects. No frame is drawn while a
     // handler runs, even when it lets events run or shows a dialog.
