@@ -23,14 +23,10 @@ int checkFiles(const QStringList& paths, std::FILE* out)
     int status = kOk;
     for (const QString& path : paths) {
         MapDocument doc;
-        const ReadResult result = readMapFile(path, doc, kLayer, kScale);
-        if (!result.opened) {
-            printLine(out, QStringLiteral("%1: cannot be opened: %2").arg(path, result.openError));
-            status = kFailed;
-            continue;
-        }
-        printLine(out, readSummary(path, result));
-        if (!readCleanly(result))
+        const auto result = readReported(path, doc, out);
+        if (result)
+            printLine(out, readSummary(path, *result));
+        if (!result || !readCleanly(*result))
             status = kFailed;
     }
     std::fflush(out);
@@ -40,11 +36,10 @@ int checkFiles(const QStringList& paths, std::FILE* out)
 int normalizeFile(const QString& in, const QString& out, std::FILE* err)
 {
     MapDocument doc;
-    const ReadResult read = readMapFile(in, doc, kLayer, kScale);
-    if (!read.opened) {
-        printLine(err, QStringLiteral("%1: cannot be opened: %2").arg(in, read.openError));
+    const auto result = readReported(in, doc, err);
+    if (!result)
         return kFailed;
-    }
+    const ReadResult& read = *result;
     if (read.holdsNul) {
         // Most likely not a map at all: writing it would keep only its records.
         printLine(err, readSummary(in, read));

@@ -108,12 +108,12 @@ int statsFiles(const QStringList& paths, std::FILE* out)
     MapStats total;
     for (const QString& path : paths) {
         MapDocument doc;
-        const ReadResult result = readMapFile(path, doc, kLayer, kScale);
-        if (!result.opened) {
-            printLine(out, QStringLiteral("%1: cannot be opened: %2").arg(path, result.openError));
+        const auto read = readReported(path, doc, out);
+        if (!read) {
             status = kFailed;
             continue;
         }
+        const ReadResult& result = *read;
         if (!readCleanly(result))
             status = kFailed;
         MapStats stats;

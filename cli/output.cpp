@@ -1,5 +1,7 @@
 #include "cli/output.h"
 
+#include "cli/mapcommands.h"
+
 namespace plotwell::cli {
 
 void printLine(std::FILE* out, const QString& text)
@@ -28,6 +30,15 @@ QString readSummary(const QString& path, const ReadResult& result)
 bool readCleanly(const ReadResult& result)
 {
     return result.complete() && !result.holdsNul;
+}
+
+std::optional<ReadResult> readReported(const QString& path, MapDocument& doc, std::FILE* out)
+{
+    ReadResult result = readMapFile(path, doc, kLayer, kScale);
+    if (result.opened)
+        return result;
+    printLine(out, QStringLiteral("%1: cannot be opened: %2").arg(path, result.openError));
+    return std::nullopt;
 }
 
 } // namespace plotwell::cli

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <cstdio>
+#include <optional>
 
 namespace plotwell::cli {
 
@@ -18,5 +19,9 @@ QString readSummary(const QString& path, const ReadResult& result);
 
 // Read to the end, and text as a map file should be.
 bool readCleanly(const ReadResult& result);
+
+// Reads a file as one layer, the way the editor loads it. A file that cannot
+// be opened is reported on out and gives no result.
+std::optional<ReadResult> readReported(const QString& path, MapDocument& doc, std::FILE* out);
 
 } // namespace plotwell::cli
