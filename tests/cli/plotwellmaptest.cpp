@@ -5,6 +5,8 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include "tests/support/files.h"
+
 #include <gtest/gtest.h>
 
 #ifdef Q_OS_UNIX
@@ -32,18 +34,8 @@ protected:
     QTemporaryDir dir;
 
     QString path(const char* name) const { return QDir::toNativeSeparators(dir.filePath(QLatin1String(name))); }
-    QString write(const char* name, const QByteArray& bytes) const
-    {
-        QFile file(path(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-        return file.fileName();
-    }
-    static QByteArray read(const QString& name)
-    {
-        QFile file(name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(missing)");
-    }
+    QString write(const char* name, const QByteArray& bytes) const { return plotwell::test::writeBytes(path(name), bytes); }
+    static QByteArray read(const QString& name) { return plotwell::test::fileBytes(name); }
 };
 
 // Blanks after commas, LF and lone CR line ends, skipped lines, labels before lines.

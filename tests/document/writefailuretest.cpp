@@ -6,6 +6,8 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#include "tests/support/files.h"
+
 #include <gtest/gtest.h>
 
 #ifdef Q_OS_UNIX
@@ -35,18 +37,8 @@ protected:
     const MapDocument doc = largeLayer();
 
     QString path(const char* name) const { return dir.filePath(QLatin1String(name)); }
-    QString writeOld(const char* name) const
-    {
-        QFile file(path(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(kOldText);
-        return file.fileName();
-    }
-    static QByteArray bytesOf(const QString& name)
-    {
-        QFile file(name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(missing)");
-    }
+    QString writeOld(const char* name) const { return test::writeBytes(path(name), kOldText); }
+    static QByteArray bytesOf(const QString& name) { return test::fileBytes(name); }
     QStringList entries() const { return QDir(dir.path()).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot); }
 };
 

@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "tests/support/files.h"
+
 #include <gtest/gtest.h>
 
 #ifdef Q_OS_LINUX
@@ -36,17 +38,8 @@ protected:
             texts << (m.title == kTitle ? m.text : QStringLiteral("(wrong title) ") + m.text);
         return texts;
     }
-    static QByteArray readFile(const QString& name)
-    {
-        QFile file(name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(missing)");
-    }
-    static void writeFile(const QString& name, const QByteArray& bytes)
-    {
-        QFile file(name);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    }
+    static QByteArray readFile(const QString& name) { return fileBytes(name); }
+    static void writeFile(const QString& name, const QByteArray& bytes) { writeBytes(name, bytes); }
 };
 
 TEST_F(SaveAllLayers, AsksForAFileOnceAndThenSavesWithoutAsking)
