@@ -63,6 +63,7 @@ RecordError MapDocument::addLine(std::string_view text, std::int16_t& layer, flo
     scalePoint(line.p1, scale);
     scalePoint(line.p2, scale);
     m_lines.push_back(line);
+    ++m_revision;
     return std::nullopt;
 }
 
@@ -89,6 +90,7 @@ RecordError MapDocument::addLabel(std::string_view text, std::int16_t& layer, fl
     label.layer = layer;
     scalePoint(label.pos, scale);
     m_labels.push_back(std::move(label));
+    ++m_revision;
     return std::nullopt;
 }
 
@@ -104,6 +106,7 @@ bool MapDocument::removeRecordsWhere(const std::function<bool(std::int16_t, bool
     m_labels.erase(labelEnd, m_labels.end());
     if (removed) {
         ++m_removals;
+        ++m_revision;
         countSelected();
     }
     return removed;
@@ -125,6 +128,7 @@ void MapDocument::removeLastLine()
     setFlag(m_lines.back().selected, false);
     m_lines.pop_back();
     ++m_removals;
+    ++m_revision;
 }
 
 void MapDocument::removeLastLabel()
@@ -134,6 +138,7 @@ void MapDocument::removeLastLabel()
     setFlag(m_labels.back().selected, false);
     m_labels.pop_back();
     ++m_removals;
+    ++m_revision;
 }
 
 void MapDocument::clearRecords()
@@ -141,6 +146,7 @@ void MapDocument::clearRecords()
     std::vector<MapLine>().swap(m_lines);
     std::vector<MapLabel>().swap(m_labels);
     ++m_removals;
+    ++m_revision;
     m_selected = 0;
 }
 
@@ -153,6 +159,7 @@ void MapDocument::keepFirst(std::size_t lines, std::size_t labels)
     if (labels < m_labels.size())
         m_labels.erase(m_labels.begin() + std::ptrdiff_t(labels), m_labels.end());
     ++m_removals;
+    ++m_revision;
     countSelected();
 }
 
@@ -178,6 +185,7 @@ void MapDocument::recolorSelection(ColorRGB colour)
         recolor(line);
     for (MapLabel& label : m_labels)
         recolor(label);
+    ++m_revision;
 }
 
 void MapDocument::rescale(float scale)
@@ -188,6 +196,7 @@ void MapDocument::rescale(float scale)
     }
     for (MapLabel& label : m_labels)
         scalePoint(label.pos, scale);
+    ++m_revision;
 }
 
 void MapDocument::reserveMore(std::size_t lines, std::size_t labels)

@@ -73,6 +73,10 @@ public:
     // index elsewhere stays valid while it is unchanged: records are then
     // only appended.
     std::uint64_t removals() const { return m_removals; }
+    // Counts every edit of the records' contents: appending, removing,
+    // recolouring and rescaling, but not selecting. What is drawn or worked
+    // out from the records stays valid while it is unchanged.
+    std::uint64_t revision() const { return m_revision; }
 
     // Room for this many more records, so that a large load grows once.
     void reserveMore(std::size_t lines, std::size_t labels);
@@ -93,6 +97,7 @@ private:
     std::vector<MapLine> m_lines;
     std::vector<MapLabel> m_labels;
     std::uint64_t m_removals = 0;
+    std::uint64_t m_revision = 0;
     std::size_t m_selected = 0; // selected lines and labels
     FillAdvice m_fillAdvice = nullptr;
 };
