@@ -52,7 +52,7 @@ void setCheckedQuietly(QCheckBox* box, bool checked)
 } // namespace
 
 MainWindow::MainWindow()
-    : m_editor(Services{m_surface, m_fileDialog, m_dialogs, m_settings, m_events, m_clipboard, m_launcher, m_progress})
+    : m_editor(Services{m_surface, m_fileDialog, m_dialogs, m_settings, m_events, m_clipboard, m_launcher, m_progress, m_pictureDialog})
 {
     registerResources();
     m_editor.view.decimalSeparator = systemDecimalSeparator();

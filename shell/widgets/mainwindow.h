@@ -6,6 +6,7 @@
 #include "platform/qtservices.h"
 #include "platform/settingsstore.h"
 #include "platform/widgets/qtdialogs.h"
+#include "platform/widgets/qtpicturedialog.h"
 #include "view/wheel.h"
 
 #include <QCoreApplication>
@@ -121,6 +122,7 @@ private:
     QtClipboard m_clipboard;
     QtLauncher m_launcher;
     QtProgress m_progress{this};
+    QtPictureDialog m_pictureDialog{this};
     Editor m_editor;
     RenderLoop m_loop;
     QTimer m_frameClock;

@@ -2,6 +2,7 @@
 #include "editor/layercommands.h"
 #include "editor/maploading.h"
 #include "editor/mapsaving.h"
+#include "editor/picturecommands.h"
 #include "editor/underlaycommands.h"
 #include "tools/intersection.h"
 #include "shell/widgets/mainwindow.h"
@@ -25,6 +26,7 @@ void MainWindow::buildMenus()
     file->addAction(QStringLiteral("Close Underlay Image"), this, [this] { handle([&] { closeUnderlay(m_editor); }); });
     file->addSeparator();
     file->addAction(QStringLiteral("Save all layers"), this, [this] { handle([&] { saveAllLayers(m_editor); }); });
+    file->addAction(QStringLiteral("Export Picture..."), this, [this] { handle([&] { exportPictureFromMenu(m_editor); }); });
     file->addSeparator();
     file->addAction(QStringLiteral("Exit"), this, [this] { requestClose(); });
 
