@@ -1,6 +1,7 @@
 #include "document/mapdocument.h"
 
 #include "document/recordfields.h"
+#include "document/recordmoves.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -172,22 +173,6 @@ void MapDocument::clearSelection()
     m_selected = 0;
 }
 
-void MapDocument::recolorSelection(ColorRGB colour)
-{
-    const auto recolor = [colour](auto& record) {
-        if (!record.selected)
-            return;
-        record.r = colour.r;
-        record.g = colour.g;
-        record.b = colour.b;
-    };
-    for (MapLine& line : m_lines)
-        recolor(line);
-    for (MapLabel& label : m_labels)
-        recolor(label);
-    ++m_revision;
-}
-
 void MapDocument::rescale(float scale)
 {
     for (MapLine& line : m_lines) {
@@ -196,6 +181,105 @@ void MapDocument::rescale(float scale)
     }
     for (MapLabel& label : m_labels)
         scalePoint(label.pos, scale);
+    ++m_revision;
+}
+
+TakenRecords MapDocument::takeRecordsWhere(const std::function<bool(std::int16_t, bool)>& test)
+{
+    TakenRecords taken;
+    const auto passes = [&test](const auto& record) { return test(record.layer, record.selected); };
+    std::size_t selected = moves::takeWhere(m_lines, passes, taken.lines, taken.lineIndices);
+    selected += moves::takeWhere(m_labels, passes, taken.labels, taken.labelIndices);
+    if (!taken.empty())
+        movedRecords(selected, 0);
+    return taken;
+}
+
+TakenRecords MapDocument::takeRecordsFrom(std::size_t firstLine, std::size_t firstLabel)
+{
+    TakenRecords taken;
+    const auto indicesFrom = [](std::size_t first, std::size_t end, std::vector<std::uint32_t>& at) {
+        if (first < end) {
+            at.reserve(end - first);
+            for (std::size_t i = first; i < end; ++i)
+                at.push_back(std::uint32_t(i));
+        }
+    };
+    indicesFrom(firstLine, m_lines.size(), taken.lineIndices);
+    indicesFrom(firstLabel, m_labels.size(), taken.labelIndices);
+    if (taken.empty())
+        return taken;
+    if (firstLine == 0 && firstLabel == 0) {
+        // Everything: the arrays themselves change hands.
+        taken.lines.swap(m_lines);
+        taken.labels.swap(m_labels);
+        movedRecords(m_selected, 0);
+        return taken;
+    }
+    takeRecordsAgain(taken);
+    return taken;
+}
+
+void MapDocument::takeRecordsAgain(TakenRecords& taken)
+{
+    if (taken.empty())
+        return;
+    std::size_t selected = moves::takeAt(m_lines, taken.lineIndices, taken.lines);
+    selected += moves::takeAt(m_labels, taken.labelIndices, taken.labels);
+    movedRecords(selected, 0);
+}
+
+namespace {
+
+// The records fit back when there is one per index and the last index lies
+// within the arrays they make together.
+template<typename Record>
+bool fitsBack(const std::vector<Record>& into, const std::vector<Record>& records, const std::vector<std::uint32_t>& at)
+{
+    return records.size() == at.size() && (at.empty() || at.back() < into.size() + records.size());
+}
+
+} // namespace
+
+void MapDocument::putBack(TakenRecords& taken, float scale)
+{
+    if (taken.empty() || !fitsBack(m_lines, taken.lines, taken.lineIndices)
+        || !fitsBack(m_labels, taken.labels, taken.labelIndices))
+        return;
+    // The scale may have changed since the records were taken.
+    for (MapLine& line : taken.lines) {
+        scalePoint(line.p1, scale);
+        scalePoint(line.p2, scale);
+    }
+    for (MapLabel& label : taken.labels)
+        scalePoint(label.pos, scale);
+    std::size_t selected = moves::putBackAt(m_lines, taken.lines, taken.lineIndices);
+    selected += moves::putBackAt(m_labels, taken.labels, taken.labelIndices);
+    movedRecords(0, selected);
+}
+
+void MapDocument::movedRecords(std::size_t selectedOut, std::size_t selectedIn)
+{
+    m_selected = m_selected - selectedOut + selectedIn;
+    ++m_removals;
+    ++m_revision;
+}
+
+void MapDocument::setLineColor(std::size_t index, ColorRGB colour)
+{
+    MapLine& line = m_lines[index];
+    line.r = colour.r;
+    line.g = colour.g;
+    line.b = colour.b;
+    ++m_revision;
+}
+
+void MapDocument::setLabelColor(std::size_t index, ColorRGB colour)
+{
+    MapLabel& label = m_labels[index];
+    label.r = colour.r;
+    label.g = colour.g;
+    label.b = colour.b;
     ++m_revision;
 }
 

@@ -2,6 +2,7 @@
 
 #include "document/colorrgb.h"
 #include "document/maprecords.h"
+#include "document/takenrecords.h"
 
 #include <QString>
 
@@ -63,19 +64,31 @@ public:
     // True while any line or label is selected.
     bool hasSelection() const { return m_selected > 0; }
 
-    // Every selected line and label takes the colour.
-    void recolorSelection(ColorRGB colour);
-
     // Sets sx, sy of every point for a new scale.
     void rescale(float scale);
 
-    // Counts the edits that removed records. What is kept about records by
-    // index elsewhere stays valid while it is unchanged: records are then
-    // only appended.
+    // What undoing and redoing an edit needs: records are taken out with the
+    // indices they stood at, every field kept, and put back exactly there.
+    // Takes out every line and then every label for which test holds.
+    TakenRecords takeRecordsWhere(const std::function<bool(std::int16_t layer, bool selected)>& test);
+    // Takes out the lines from firstLine on and the labels from firstLabel on.
+    TakenRecords takeRecordsFrom(std::size_t firstLine, std::size_t firstLabel);
+    // Takes out again the records at the indices taken holds, into it.
+    void takeRecordsAgain(TakenRecords& taken);
+    // Puts each record back at its index, its points scaled by scale; taken
+    // keeps only the indices. Indices that do not fit change nothing.
+    void putBack(TakenRecords& taken, float scale);
+    // One record's colour, by index into lines() or labels().
+    void setLineColor(std::size_t index, ColorRGB colour);
+    void setLabelColor(std::size_t index, ColorRGB colour);
+
+    // Counts the edits that removed records or put records back between
+    // others. What is kept about records by index elsewhere stays valid
+    // while it is unchanged: records are then only appended.
     std::uint64_t removals() const { return m_removals; }
     // Counts every edit of the records' contents: appending, removing,
-    // recolouring and rescaling, but not selecting. What is drawn or worked
-    // out from the records stays valid while it is unchanged.
+    // putting back, recolouring and rescaling, but not selecting. What is
+    // drawn or worked out from the records stays valid while it is unchanged.
     std::uint64_t revision() const { return m_revision; }
 
     // Room for this many more records, so that a large load grows once.
@@ -93,6 +106,8 @@ private:
         flag = selected;
     }
     void countSelected();
+    // Counts an edit that moved records between the arrays and elsewhere.
+    void movedRecords(std::size_t selectedOut, std::size_t selectedIn);
 
     std::vector<MapLine> m_lines;
     std::vector<MapLabel> m_labels;

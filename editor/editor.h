@@ -2,6 +2,7 @@
 
 #include "document/layercontrols.h"
 #include "editor/filestamp.h"
+#include "editor/history.h"
 #include "document/mapdocument.h"
 #include "palette/palette.h"
 #include "platform/services.h"
@@ -37,6 +38,8 @@ public:
     Services services;
 
     MapDocument doc;
+    // Every edit of the records, to be undone and redone.
+    EditHistory history;
     View view;
     KeyFlags keys;
     LayerControls layers;

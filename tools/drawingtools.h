@@ -30,6 +30,7 @@ public:
     static constexpr float kMinStep = 30;
 
     void move(Editor& editor, int buttons, SurfacePoint p) override;
+    // Ends the stroke, and with it the step its lines make.
     void release(Editor& editor) override;
 
 private:

@@ -93,6 +93,7 @@ void MainWindow::buildPaletteBlock(QWidget* frame)
         setTextColour(strip, strips[i].text);
         strip->setToolTip(QString::fromLatin1(strips[i].tooltip));
         strip->moved = [this, i](int buttons, float x) { handle([&] { stripMouseMove(m_editor, i, buttons, x); }); };
+        strip->released = [this](Qt::MouseButton) { handle([&] { stripReleased(m_editor); }); };
         strip->doubleClicked = [this, i] { handle([&] { stripDoubleClicked(m_editor, i); }); };
         c.sldColor[i] = strip;
     }

