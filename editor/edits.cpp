@@ -30,6 +30,18 @@ void recolorSelection(Editor& editor, ColorRGB colour, EditHistory::Gesture gest
     editor.history.push(std::move(step), gesture);
 }
 
+void undoEdit(Editor& editor)
+{
+    editor.history.undo(editor);
+    editor.holdDrawing = false;
+}
+
+void redoEdit(Editor& editor)
+{
+    editor.history.redo(editor);
+    editor.holdDrawing = false;
+}
+
 LayerStep::LayerStep(Editor& editor) : m_editor(editor), m_mark(appendMark(editor.doc))
 {
     for (std::int16_t n = 0; n < kLayerCount; ++n)

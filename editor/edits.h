@@ -34,6 +34,11 @@ void pushRemoved(Editor& editor, TakenRecords removed, const QString& what);
 // them changes. Steps that continue a gesture on the same records join.
 void recolorSelection(Editor& editor, ColorRGB colour, EditHistory::Gesture gesture = EditHistory::Gesture::Ends);
 
+// Edit > Undo and Edit > Redo: the newest step undone, or the step undone
+// last redone. A frame held by a tool is let go, so that the map shows it.
+void undoEdit(Editor& editor);
+void redoEdit(Editor& editor);
+
 // An edit that may take the records of layers out, append records and give
 // layers other files, as one step: loading files, closing all layers,
 // recovering. Made before the edit, pushed after it.

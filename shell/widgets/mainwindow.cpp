@@ -23,6 +23,7 @@
 #include <QWheelEvent>
 
 #include <cstdlib>
+#include <tuple>
 
 // The icons are compiled into this library; a static library's resources
 // must be registered by name, outside any namespace.
@@ -102,6 +103,14 @@ MainWindow::MainWindow()
     hookMouseWheel();
     m_endTimer.setInterval(1000);
     connect(&m_endTimer, &QTimer::timeout, this, &MainWindow::endTimerTick);
+
+    // Unsaved layers are copied between handlers, never in the middle of one.
+    m_recoveryClock.setInterval(500);
+    connect(&m_recoveryClock, &QTimer::timeout, this, [this] {
+        if (m_handlersRunning == 0 && !QApplication::activeModalWidget())
+            m_recovery.tick(m_editor);
+    });
+    m_recoveryClock.start();
 }
 
 QSizeF MainWindow::outerSizeTwips() const
@@ -188,6 +197,9 @@ void MainWindow::endTimerTick()
     if (m_editor.shell.ended) {
         m_frameClock.stop();
         m_endTimer.stop();
+        m_recoveryClock.stop();
+        // The program ends without asking: what is not saved is kept for the next run.
+        m_recovery.flush(m_editor);
         ended();
     }
 }
@@ -281,6 +293,14 @@ void MainWindow::syncControls()
     setTextIfChanged(c.lblY, m_editor.view.readout.y);
     setTextIfChanged(c.lblZ, m_editor.view.readout.z);
     setTextIfChanged(c.lblLoc, m_editor.view.readout.loc);
+    const EditHistory& history = m_editor.history;
+    for (auto [action, text, enabled] : {std::tuple(c.mnuUndo, history.undoText(), history.canUndo()),
+                                         std::tuple(c.mnuRedo, history.redoText(), history.canRedo())}) {
+        if (action->text() != text)
+            action->setText(text);
+        action->setEnabled(enabled);
+    }
+    c.mnuRecover->setEnabled(m_recovery.canRecover());
     c.map->syncOverlays();
 }
 

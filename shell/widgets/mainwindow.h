@@ -1,9 +1,11 @@
 #pragma once
 
 #include "editor/editor.h"
+#include "editor/recovery.h"
 #include "editor/renderloop.h"
 #include "platform/qimagesurface.h"
 #include "platform/qtservices.h"
+#include "platform/recoveryplace.h"
 #include "platform/settingsstore.h"
 #include "platform/widgets/qtdialogs.h"
 #include "platform/widgets/qtpicturedialog.h"
@@ -15,6 +17,7 @@
 
 #include <array>
 
+class QAction;
 class QCheckBox;
 class QFrame;
 class QGroupBox;
@@ -61,6 +64,10 @@ struct Controls {
     QLabel* lblY = nullptr;
     QLabel* lblZ = nullptr;
     QLabel* lblLoc = nullptr;
+
+    QAction* mnuRecover = nullptr;
+    QAction* mnuUndo = nullptr;
+    QAction* mnuRedo = nullptr;
 };
 
 // frmMain: the window. It builds the controls where the layout puts them,
@@ -96,6 +103,7 @@ protected:
 
 private:
     void buildMenus();
+    void buildEditMenu();
     void buildToolFrame();
     void buildOptionsFrame();
     void buildPaletteBlock(QWidget* frame);
@@ -132,6 +140,9 @@ private:
     quint64 m_lastWheelTime = ~quint64(0);
     QSize m_laidOutFor;
     QTimer m_endTimer;
+    QtRecoveryPlace m_recoveryPlace;
+    RecoveryKeeper m_recovery{m_recoveryPlace};
+    QTimer m_recoveryClock;
     Controls m_controls;
 };
 

@@ -1,3 +1,4 @@
+#include "editor/edits.h"
 #include "editor/helpcommands.h"
 #include "editor/layercommands.h"
 #include "editor/maploading.h"
@@ -21,6 +22,8 @@ void MainWindow::buildMenus()
                         [this, n] { handle([&] { loadLayerFromMenu(m_editor, std::int16_t(n)); }); });
     }
     file->addAction(QStringLiteral("Open Underlay Image"), this, [this] { handle([&] { openUnderlayFromMenu(m_editor); }); });
+    m_controls.mnuRecover = file->addAction(QStringLiteral("Recover Unsaved Layers"), this,
+                                            [this] { handle([&] { m_recovery.recover(m_editor); }); });
     file->addSeparator();
     file->addAction(QStringLiteral("Close all layers"), this, [this] { handle([&] { closeAllLayers(m_editor); }); });
     file->addAction(QStringLiteral("Close Underlay Image"), this, [this] { handle([&] { closeUnderlay(m_editor); }); });
@@ -30,6 +33,8 @@ void MainWindow::buildMenus()
     file->addSeparator();
     file->addAction(QStringLiteral("Exit"), this, [this] { requestClose(); });
 
+    buildEditMenu();
+
     QMenu* tools = menuBar()->addMenu(QStringLiteral("Tools"));
     tools->addAction(QStringLiteral("Plot Intersection"), this, [this] { handle([&] { plotIntersection(m_editor); }); });
     tools->addAction(QStringLiteral("Find Label by Keyword"), this, [this] { handle([&] { findLabels(m_editor); }); });
@@ -37,6 +42,21 @@ void MainWindow::buildMenus()
     QMenu* help = menuBar()->addMenu(QStringLiteral("Help"));
     help->addAction(QStringLiteral("Readme"), this, [this] { handle([&] { showReadme(m_editor); }); });
     help->addAction(QStringLiteral("About"), this, [this] { handle([&] { showAbout(m_editor); }); });
+}
+
+void MainWindow::buildEditMenu()
+{
+    QMenu* edit = menuBar()->addMenu(QStringLiteral("Edit"));
+    m_controls.mnuUndo = edit->addAction(QStringLiteral("Undo"), this, [this] { handle([&] { undoEdit(m_editor); }); });
+    m_controls.mnuUndo->setShortcuts(QKeySequence::Undo);
+    m_controls.mnuRedo = edit->addAction(QStringLiteral("Redo"), this, [this] { handle([&] { redoEdit(m_editor); }); });
+    // Ctrl+Y and Ctrl+Shift+Z both redo, whatever the platform's own habit.
+    QList<QKeySequence> redoKeys = QKeySequence::keyBindings(QKeySequence::Redo);
+    for (const QKeySequence& key : {QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)}) {
+        if (!redoKeys.contains(key))
+            redoKeys << key;
+    }
+    m_controls.mnuRedo->setShortcuts(redoKeys);
 }
 
 } // namespace plotwell

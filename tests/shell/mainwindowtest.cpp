@@ -20,11 +20,17 @@
 #include <QUrl>
 #include <QWheelEvent>
 
+#include "document/mapwriter.h"
+#include "tests/support/files.h"
 #include "tests/support/qtprinters.h"
+
+#include <QTest>
 
 #include <gtest/gtest.h>
 
 using namespace plotwell;
+using plotwell::test::fileBytes;
+using plotwell::test::writeBytes;
 
 
 TEST(MainWindow, PanelsFitAtTheDefaultSizeAndFollowAResize)
@@ -204,6 +210,93 @@ TEST(MainWindow, TheWheelZoomsOncePerNotchUntilShutdownLetsItGo)
     window.endTimerTick();
     turn(120, 4);
     EXPECT_FLOAT_EQ(window.editor().view.currentScale, 2.0f);
+}
+
+namespace {
+
+// A press of the left button on a widget at a point in pixels.
+void leftPress(QWidget* widget, QPointF at)
+{
+    QMouseEvent press(QEvent::MouseButtonPress, at, widget->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(widget, &press);
+}
+
+QAction* fileMenuEntry(MainWindow& window, const QString& text)
+{
+    for (QAction* entry : window.menuBar()->actions().front()->menu()->actions())
+        if (entry->text() == text)
+            return entry;
+    return nullptr;
+}
+
+} // namespace
+
+TEST(MainWindow, TheEditMenuAndItsKeysUndoAndRedo)
+{
+    MainWindow window;
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QStringList menus;
+    for (QAction* menu : window.menuBar()->actions())
+        menus << menu->text();
+    EXPECT_EQ(menus, (QStringList{"File", "Edit", "Tools", "Help"}));
+    const Controls& c = window.controls();
+    EXPECT_FALSE(c.mnuUndo->isEnabled() || c.mnuRedo->isEnabled());
+
+    leftPress(c.imgTool[3], {3, 3}); // the Line tool: two clicks make a line
+    leftPress(c.map, {10, 10});
+    leftPress(c.map, {50, 40});
+    EXPECT_TRUE(c.mnuUndo->isEnabled());
+    EXPECT_EQ(c.mnuUndo->text(), QStringLiteral("Undo Line"));
+    const auto keyOnMap = [&](Qt::KeyboardModifiers modifiers, Qt::Key key, std::size_t lines) {
+        QTest::keyClick(c.map, key, modifiers);
+        EXPECT_EQ(window.editor().doc.lineCount(), lines) << QKeySequence(modifiers | key).toString().toStdString();
+    };
+    keyOnMap(Qt::ControlModifier, Qt::Key_Z, 0);
+    EXPECT_FALSE(c.mnuUndo->isEnabled());
+    EXPECT_EQ(c.mnuUndo->text(), QStringLiteral("Undo"));
+    EXPECT_EQ(c.mnuRedo->text(), QStringLiteral("Redo Line"));
+    keyOnMap(Qt::ControlModifier, Qt::Key_Y, 1);
+    keyOnMap(Qt::ControlModifier, Qt::Key_Z, 0);
+    keyOnMap(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_Z, 1);
+    EXPECT_FALSE(c.mnuRedo->isEnabled());
+    QTest::keyPress(c.map, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_FALSE(window.editor().keys.zKey) << "Ctrl+Z is not Z held for the wheel";
+}
+
+TEST(MainWindow, EditsNotSavedWhenTheProgramEndsAreRecoveredInTheNextRun)
+{
+    QTemporaryDir dir;
+    const QString path = writeBytes(dir.filePath(QStringLiteral("zone.txt")), "L 1,2,3,4,5,6,7,8,9\r\n");
+    std::string edited;
+    {
+        MainWindow window;
+        window.ended = [] {};
+        window.show();
+        EXPECT_FALSE(fileMenuEntry(window, QStringLiteral("Recover Unsaved Layers"))->isEnabled());
+        window.openFiles({path});
+        leftPress(window.controls().imgTool[3], {3, 3});
+        leftPress(window.controls().map, {10, 10});
+        leftPress(window.controls().map, {50, 40});
+        edited = formatLayer(window.editor().doc, 0);
+        ASSERT_EQ(std::count(edited.begin(), edited.end(), '\n'), 2);
+        // Closed at once, before a copy was due: two ticks and no question.
+        window.close();
+        window.endTimerTick();
+        window.endTimerTick();
+        ASSERT_TRUE(window.editor().shell.ended);
+    }
+    MainWindow next;
+    next.show();
+    QAction* recover = fileMenuEntry(next, QStringLiteral("Recover Unsaved Layers"));
+    ASSERT_TRUE(recover->isEnabled());
+    recover->trigger();
+    EXPECT_FALSE(recover->isEnabled());
+    EXPECT_EQ(next.controls().chkLayer[0]->text(), QStringLiteral("zone.txt"));
+    fileMenuEntry(next, QStringLiteral("Save all layers"))->trigger();
+    EXPECT_EQ(fileBytes(path).toStdString(), edited);
 }
 
 TEST(QtProgress, AppearsOnlyForLongTasksAndReportsACancel)
