@@ -48,6 +48,8 @@ int main(int argc, char** argv)
         return runIdleBench(args);
     if (which == QLatin1String("export"))
         return runExportBench(args);
+    if (which == QLatin1String("history"))
+        return runHistoryBench(args);
     std::fprintf(stderr,
                  "usage: plotwell-bench load  --lines N --labels M\n"
                  "       plotwell-bench frame --lines N --labels M --size WxH [--view fit|zoom4]\n"
@@ -55,6 +57,7 @@ int main(int argc, char** argv)
                  "       plotwell-bench hittest --lines N --labels M [--points P]\n"
                  "       plotwell-bench draw --lines N\n"
                  "       plotwell-bench idle --lines N --labels M --seconds S\n"
-                 "       plotwell-bench export --lines N --labels M [--side PIXELS]\n");
+                 "       plotwell-bench export --lines N --labels M [--side PIXELS]\n"
+                 "       plotwell-bench history --lines N\n");
     return 2;
 }

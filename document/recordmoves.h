@@ -29,6 +29,9 @@ std::size_t takeWhere(std::vector<Record>& from, Test&& test, std::vector<Record
         }
     }
     from.erase(from.begin() + std::ptrdiff_t(kept), from.end());
+    // What is taken may be kept a long time: no room beyond it.
+    out.shrink_to_fit();
+    at.shrink_to_fit();
     return selected;
 }
 
