@@ -46,6 +46,13 @@ LayerStep::LayerStep(Editor& editor) : m_editor(editor), m_mark(appendMark(edito
 {
     for (std::int16_t n = 0; n < kLayerCount; ++n)
         m_files[std::size_t(n)] = layerFileOf(editor, n);
+    editor.history.beginEdit();
+}
+
+LayerStep::~LayerStep()
+{
+    if (!m_pushed)
+        m_editor.history.endEdit();
 }
 
 void LayerStep::takeLayers(unsigned mask)
@@ -60,6 +67,10 @@ void LayerStep::takeLayers(unsigned mask)
 
 void LayerStep::push(const QString& what, unsigned savedMask)
 {
+    if (m_pushed)
+        return;
+    m_pushed = true;
+    m_editor.history.endEdit();
     std::vector<LayerFile> changed;
     for (std::int16_t n = 0; n < kLayerCount; ++n) {
         const LayerFile& before = m_files[std::size_t(n)];

@@ -45,6 +45,9 @@ void redoEdit(Editor& editor);
 class LayerStep {
 public:
     explicit LayerStep(Editor& editor);
+    ~LayerStep();
+    LayerStep(const LayerStep&) = delete;
+    LayerStep& operator=(const LayerStep&) = delete;
 
     Editor& editor() { return m_editor; }
     // Takes out every record of the layers in mask (a bit per layer), before
@@ -59,6 +62,7 @@ private:
     std::array<LayerFile, kLayerCount> m_files; // as they were before
     TakenRecords m_removed;
     AppendMark m_mark;
+    bool m_pushed = false;
 };
 
 } // namespace plotwell

@@ -4,12 +4,12 @@ namespace plotwell {
 
 QString EditHistory::undoText() const
 {
-    return canUndo() ? QStringLiteral("Undo ") + m_steps[m_index - 1]->text() : QStringLiteral("Undo");
+    return m_index > 0 ? QStringLiteral("Undo ") + m_steps[m_index - 1]->text() : QStringLiteral("Undo");
 }
 
 QString EditHistory::redoText() const
 {
-    return canRedo() ? QStringLiteral("Redo ") + m_steps[m_index]->text() : QStringLiteral("Redo");
+    return m_index < m_steps.size() ? QStringLiteral("Redo ") + m_steps[m_index]->text() : QStringLiteral("Redo");
 }
 
 void EditHistory::push(std::unique_ptr<EditCommand> command, Gesture gesture)

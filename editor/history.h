@@ -62,8 +62,13 @@ public:
     // The gesture in progress ended: the next edit is a step of its own.
     void endGesture() { m_open = false; }
 
-    bool canUndo() const { return m_index > 0; }
-    bool canRedo() const { return m_index < m_steps.size(); }
+    // While an edit that is to become a step is under way (a load lets
+    // events run while it reads), undo and redo wait for it to end.
+    void beginEdit() { ++m_editing; }
+    void endEdit() { --m_editing; }
+
+    bool canUndo() const { return m_index > 0 && m_editing == 0; }
+    bool canRedo() const { return m_index < m_steps.size() && m_editing == 0; }
     // "Undo Line", or "Undo" when there is nothing to undo; likewise "Redo ...".
     QString undoText() const;
     QString redoText() const;
@@ -96,6 +101,7 @@ private:
     std::size_t m_bytes = 0;
     std::size_t m_byteLimit = kDefaultByteLimit;
     bool m_open = false; // the newest step is a gesture that goes on
+    int m_editing = 0;
     std::uint64_t m_nextState = 1;
     std::array<std::uint64_t, kLayerCount> m_state{};
     std::array<std::uint64_t, kLayerCount> m_saved{};

@@ -181,6 +181,10 @@ TEST(EditHistory, UndoingADeletionBringsTheRecordsBackSelectedAndTheMenuNamesThe
     e.doc.setLineSelected(2, true);
     mapKeyDown(e, Key::Delete, 0);
     EXPECT_EQ(e.history.undoText(), QStringLiteral("Undo Delete"));
+    {
+        LayerStep loading(e); // a load that lets events run holds undo back
+        EXPECT_FALSE(e.history.canUndo());
+    }
     e.history.undo(e);
     EXPECT_EQ(e.history.redoText(), QStringLiteral("Redo Delete"));
     EXPECT_EQ(e.history.undoText(), QStringLiteral("Undo Line"));
