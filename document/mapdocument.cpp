@@ -97,20 +97,7 @@ RecordError MapDocument::addLabel(std::string_view text, std::int16_t& layer, fl
 
 bool MapDocument::removeRecordsWhere(const std::function<bool(std::int16_t, bool)>& test)
 {
-    // remove_if keeps the order of the records that stay.
-    const auto lineEnd = std::remove_if(m_lines.begin(), m_lines.end(),
-                                        [&](const MapLine& l) { return test(l.layer, l.selected); });
-    const auto labelEnd = std::remove_if(m_labels.begin(), m_labels.end(),
-                                         [&](const MapLabel& t) { return test(t.layer, t.selected); });
-    const bool removed = lineEnd != m_lines.end() || labelEnd != m_labels.end();
-    m_lines.erase(lineEnd, m_lines.end());
-    m_labels.erase(labelEnd, m_labels.end());
-    if (removed) {
-        ++m_removals;
-        ++m_revision;
-        countSelected();
-    }
-    return removed;
+    return !takeRecordsWhere(test).empty();
 }
 
 void MapDocument::countSelected()
@@ -120,35 +107,6 @@ void MapDocument::countSelected()
         m_selected += line.selected ? 1 : 0;
     for (const MapLabel& label : m_labels)
         m_selected += label.selected ? 1 : 0;
-}
-
-void MapDocument::removeLastLine()
-{
-    if (m_lines.empty())
-        return;
-    setFlag(m_lines.back().selected, false);
-    m_lines.pop_back();
-    ++m_removals;
-    ++m_revision;
-}
-
-void MapDocument::removeLastLabel()
-{
-    if (m_labels.empty())
-        return;
-    setFlag(m_labels.back().selected, false);
-    m_labels.pop_back();
-    ++m_removals;
-    ++m_revision;
-}
-
-void MapDocument::clearRecords()
-{
-    std::vector<MapLine>().swap(m_lines);
-    std::vector<MapLabel>().swap(m_labels);
-    ++m_removals;
-    ++m_revision;
-    m_selected = 0;
 }
 
 void MapDocument::keepFirst(std::size_t lines, std::size_t labels)

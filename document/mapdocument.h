@@ -22,8 +22,9 @@ using RecordError = std::optional<std::string>;
 // The records of all four layers, the file each layer belongs to, and the
 // active layer. Records are read through const views; every change to them
 // goes through the operations below, the document's one door for edits:
-// appending a parsed record, removing, setting selection flags, recolouring
-// and rescaling. Records keep the order of appending.
+// appending a parsed record, removing, taking out and putting back (for the
+// edit history), setting selection flags and colours, and rescaling.
+// Records keep the order of appending.
 class MapDocument {
 public:
     const std::vector<MapLine>& lines() const { return m_lines; }
@@ -44,13 +45,6 @@ public:
     // Removes every line and then every label for which test(layer, selected)
     // holds; the others keep their order. True when anything was removed.
     bool removeRecordsWhere(const std::function<bool(std::int16_t layer, bool selected)>& test);
-
-    // Drops the most recently appended line or label, if any.
-    void removeLastLine();
-    void removeLastLabel();
-
-    // Removes every record of every layer (the file names stay).
-    void clearRecords();
 
     // Drops every line and label beyond the first so many, as if they had
     // never been appended.

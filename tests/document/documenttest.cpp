@@ -137,22 +137,26 @@ TEST(MapDocument, RemovalKeepsTheOrderAndEveryFieldOfTheRest)
     EXPECT_EQ(xsOf(doc), "0 4 | 2 4");
 }
 
-TEST(MapDocument, ClearingAllAndDroppingTheLastRecord)
+TEST(MapDocument, RecordsTakenOutGoBackWhereTheyWereWithTheirSelection)
 {
     MapDocument doc;
-    doc.removeLastLine(); // nothing to drop
-    doc.removeLastLabel();
-    for (int i = 0; i < 3; ++i)
-        addBoth(doc, i, 1);
-    doc.removeLastLine();
-    doc.removeLastLabel();
-    doc.removeLastLabel();
-    EXPECT_EQ(xsOf(doc), "0 1 | 0");
-
-    doc.layerFile[1] = QStringLiteral("kept.txt");
-    doc.clearRecords();
+    const std::int16_t layers[] = {0, 1, 2, 1, 3};
+    for (int i = 0; i < 5; ++i)
+        addBoth(doc, i, layers[i]);
+    doc.setLineSelected(1, true);
+    TakenRecords layer1 = doc.takeRecordsWhere([](std::int16_t layer, bool) { return layer == 1; });
+    EXPECT_FALSE(doc.hasSelection());
+    TakenRecords last = doc.takeRecordsFrom(2, 3);
+    EXPECT_EQ(xsOf(doc), "0 2 | 0 2 4");
+    doc.putBack(last, 2);
+    EXPECT_EQ(doc.lines()[2].p2.sx, 2.f) << "put back at the scale of now";
+    doc.putBack(layer1, 2);
+    EXPECT_EQ(xsOf(doc), "0 1 2 3 4 | 0 1 2 3 4");
+    EXPECT_TRUE(doc.lines()[1].selected && doc.hasSelection());
+    doc.takeRecordsAgain(layer1);
+    EXPECT_EQ(xsOf(doc), "0 2 4 | 0 2 4");
+    TakenRecords all = doc.takeRecordsFrom(0, 0);
     EXPECT_EQ(xsOf(doc), "|");
-    EXPECT_EQ(doc.layerFile[1], QStringLiteral("kept.txt"));
     addBoth(doc, 42, 1);
     EXPECT_EQ(xsOf(doc), "42 | 42");
 }
@@ -184,11 +188,10 @@ TEST(MapDocument, SelectionColourAndScaleChangeOnlyWhatTheyName)
     EXPECT_EQ(doc.labels()[1].pos.sx, 5.0f);
 }
 
-TEST(MapDocument, RemovalsAreCountedOnlyWhenRecordsGo)
+TEST(MapDocument, RemovalsAreCountedOnlyWhenIndicesChange)
 {
     MapDocument doc;
-    doc.removeLastLine();
-    doc.removeLastLabel();
+    doc.takeRecordsFrom(0, 0);
     doc.removeRecordsWhere([](std::int16_t, bool) { return true; });
     EXPECT_EQ(doc.removals(), 0u);
     addBoth(doc, 1, 1);
@@ -196,9 +199,9 @@ TEST(MapDocument, RemovalsAreCountedOnlyWhenRecordsGo)
     EXPECT_EQ(doc.removals(), 0u) << "appending keeps every index";
     doc.removeRecordsWhere([](std::int16_t layer, bool) { return layer == 3; });
     EXPECT_EQ(doc.removals(), 0u);
-    doc.removeRecordsWhere([](std::int16_t layer, bool) { return layer == 1; });
-    doc.removeLastLine();
-    doc.clearRecords();
+    TakenRecords taken = doc.takeRecordsWhere([](std::int16_t layer, bool) { return layer == 1; });
+    doc.putBack(taken, 1);
+    doc.takeRecordsFrom(1, 1);
     EXPECT_EQ(doc.removals(), 3u);
 }
 

@@ -1,5 +1,3 @@
-#include "document/mapwriter.h"
-#include "editor/maploading.h"
 #include "editor/mapsaving.h"
 #include "editor/recovery.h"
 #include "editor/viewcommands.h"
@@ -87,39 +85,6 @@ TEST(Recovery, ACopyFollowsTheEditsWhenTheyPauseAndGoesWhenTheLayerIsSaved)
             firstCopy = t;
     }
     EXPECT_EQ(firstCopy, 30000 + RecoveryKeeper::kLongestWaitMsecs);
-}
-
-TEST(Recovery, ARunningProgramKeepsItsCopiesAndThoseOfARunThatEndedAreRecovered)
-{
-    FakePlace place;
-    const QString file = writeBytes(QDir(place.folder()).filePath(QStringLiteral("zone.txt")), "L 1,2,3,4,5,6,7,8,9\r\n");
-    std::string edited;
-    {
-        FakeWorld first;
-        auto keeper = std::make_unique<RecoveryKeeper>(place);
-        dropFiles(first.editor, {file});
-        drawLine(first.editor, 5);
-        keeper->flush(first.editor);
-        edited = formatLayer(first.editor.doc, 0);
-        EXPECT_FALSE(RecoveryKeeper(place).canRecover()) << "the first program still runs";
-    }
-    FakeWorld next;
-    Editor& e = next.editor;
-    RecoveryKeeper keeper(place);
-    ASSERT_TRUE(keeper.canRecover());
-    drawLine(e, 9);
-    keeper.recover(e);
-    EXPECT_FALSE(keeper.canRecover());
-    EXPECT_EQ(e.doc.layerFile[0], file);
-    EXPECT_EQ(e.layers.captions[0], QStringLiteral("zone.txt"));
-    EXPECT_EQ(e.history.undoText(), QStringLiteral("Undo Recover Unsaved Layers"));
-    saveAllLayers(e);
-    EXPECT_EQ(fileBytes(file).toStdString(), edited);
-    EXPECT_TRUE(next.dialogs.messages.empty());
-
-    e.history.undo(e);
-    EXPECT_EQ(formatLayer(e.doc, 0), "L 10,9,0,20,9,0,0,0,0\r\n");
-    EXPECT_FALSE(RecoveryKeeper(place).canRecover()) << "recovered copies are gone, and this run's are its own";
 }
 
 #ifdef Q_OS_UNIX
