@@ -48,6 +48,7 @@ RecoveryKeeper::RecoveryKeeper(RecoveryPlace& place) : m_place(place)
 
 RecoveryKeeper::~RecoveryKeeper()
 {
+    finishCopy(true);
     if (m_own)
         m_own->removeIfEmpty();
 }
@@ -67,12 +68,14 @@ RecoveryFolder* RecoveryKeeper::ownFolder()
 
 void RecoveryKeeper::tick(const Editor& editor)
 {
+    finishCopy(false);
     for (std::int16_t layer = 0; layer < kLayerCount; ++layer)
         keep(editor, layer, false);
 }
 
 bool RecoveryKeeper::flush(const Editor& editor)
 {
+    finishCopy(true);
     bool all = true;
     for (std::int16_t layer = 0; layer < kLayerCount; ++layer)
         all = keep(editor, layer, true) && all;
@@ -84,6 +87,8 @@ bool RecoveryKeeper::keep(const Editor& editor, std::int16_t layer, bool now)
     Layer& l = m_layers[std::size_t(layer)];
     const qint64 time = m_place.msecsNow();
     if (!editor.history.layerModified(layer)) {
+        if (m_copying && m_copying->layer == layer)
+            finishCopy(true);
         if (l.written)
             m_own->remove(layer);
         l.written = false;
@@ -100,15 +105,17 @@ bool RecoveryKeeper::keep(const Editor& editor, std::int16_t layer, bool now)
         l.waitingSince = -1;
         return true;
     }
+    if (m_copying && m_copying->layer == layer && m_copying->state == state && m_copying->file == file)
+        return false; // on its way
     if (l.waitingSince < 0)
         l.waitingSince = time;
     const bool due = time - l.changedAt >= kQuietMsecs || time - l.waitingSince >= kLongestWaitMsecs;
-    if (now || (due && (!l.written || time - l.writtenAt >= kQuietMsecs)))
-        return write(editor, layer);
+    if (now || (due && !m_copying && (!l.written || time - l.writtenAt >= kQuietMsecs)))
+        return write(editor, layer, now);
     return false;
 }
 
-bool RecoveryKeeper::write(const Editor& editor, std::int16_t layer)
+bool RecoveryKeeper::write(const Editor& editor, std::int16_t layer, bool now)
 {
     Layer& l = m_layers[std::size_t(layer)];
     RecoveryFolder* folder = ownFolder();
@@ -116,13 +123,36 @@ bool RecoveryKeeper::write(const Editor& editor, std::int16_t layer)
         return false;
     // A copy that could not be written is tried again no sooner than a new one would be.
     l.writtenAt = m_place.msecsNow();
-    if (!folder->write(editor.doc, layer, editor.doc.layerFile[layer], editor.layerStamps[layer]))
-        return false;
-    l.written = true;
-    l.writtenState = editor.history.layerState(layer);
-    l.writtenFile = editor.doc.layerFile[layer];
-    l.waitingSince = -1;
-    return true;
+    const std::uint64_t state = editor.history.layerState(layer);
+    const QString& file = editor.doc.layerFile[layer];
+    const FileStamp stamp = editor.layerStamps[layer];
+    if (now) {
+        if (!folder->write(editor.doc, layer, file, stamp))
+            return false;
+        l.written = true;
+        l.writtenState = state;
+        l.writtenFile = file;
+        return true;
+    }
+    // Copying the records takes a fraction of the time that formatting them does.
+    auto records = std::make_shared<const MapDocument>(editor.doc);
+    m_copying = Copying{layer, state, file, std::async(std::launch::async, [folder, records, layer, file, stamp] {
+                            return folder->write(*records, layer, file, stamp);
+                        })};
+    return false;
+}
+
+void RecoveryKeeper::finishCopy(bool wait)
+{
+    if (!m_copying || (!wait && m_copying->written.wait_for(std::chrono::seconds(0)) != std::future_status::ready))
+        return;
+    Layer& l = m_layers[std::size_t(m_copying->layer)];
+    if (m_copying->written.get()) {
+        l.written = true;
+        l.writtenState = m_copying->state;
+        l.writtenFile = m_copying->file;
+    }
+    m_copying.reset();
 }
 
 void RecoveryKeeper::recover(Editor& editor)

@@ -7,7 +7,9 @@
 
 #include <array>
 #include <cstdint>
+#include <future>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace plotwell {
@@ -34,8 +36,12 @@ public:
     ~RecoveryKeeper();
 
     // Writes the copies that are due and removes those no longer needed;
-    // called twice a second or so.
+    // called twice a second or so. A copy is written by a worker thread from
+    // a snapshot of the records, so that a large layer does not hold up the
+    // window; one at a time.
     void tick(const Editor& editor);
+    // Waits for the copy being written, if any.
+    void waitForCopy() { finishCopy(true); }
     // Writes the copy of every layer with unsaved edits now, as when the
     // program ends; false when one could not be written.
     bool flush(const Editor& editor);
@@ -59,16 +65,28 @@ private:
         qint64 writtenAt = 0;
     };
 
+    // A copy a worker thread is writing.
+    struct Copying {
+        std::int16_t layer = 0;
+        std::uint64_t state = 0;
+        QString file;
+        std::future<bool> written;
+    };
+
     // Writes or removes the layer's copy when it is due, or at once; false
-    // when the layer has edits that no copy holds.
+    // when the layer has edits that no copy holds yet.
     bool keep(const Editor& editor, std::int16_t layer, bool now);
-    bool write(const Editor& editor, std::int16_t layer);
+    // Writes the layer's copy, at once or by a worker thread.
+    bool write(const Editor& editor, std::int16_t layer, bool now);
+    // Takes note of the copy being written once it is, or at once when waiting.
+    void finishCopy(bool wait);
     RecoveryFolder* ownFolder();
 
     RecoveryPlace& m_place;
     std::unique_ptr<RecoveryFolder> m_own; // made at the first copy
     bool m_ownRefused = false;
     std::array<Layer, kLayerCount> m_layers;
+    std::optional<Copying> m_copying;
     std::vector<std::unique_ptr<RecoveryFolder>> m_claimed; // the runs whose copies are left
     std::vector<RecoveryCopy> m_left;                       // the newest copy left of each layer
 };

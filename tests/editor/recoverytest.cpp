@@ -58,6 +58,7 @@ TEST(Recovery, ACopyFollowsTheEditsWhenTheyPauseAndGoesWhenTheLayerIsSaved)
     const auto tickAt = [&](qint64 t) {
         place.now = t;
         keeper.tick(e);
+        keeper.waitForCopy();
         return copyOfBaseLayer(place);
     };
     drawLine(e, 1);
