@@ -130,7 +130,7 @@ void dropFiles(Editor& editor, const QStringList& paths)
     // whole from its file holds nothing unsaved.
     LayerStep step(editor);
     unsigned saved = 0;
-    const auto open = [&](const QString& path, std::int16_t layer) {
+    const auto load = [&](const QString& path, std::int16_t layer) {
         const bool empty = !layerHasRecords(editor.doc, layer);
         if (openMapFile(editor, QDir::toNativeSeparators(path), layer).complete() && empty)
             saved |= 1u << layer;
@@ -143,7 +143,7 @@ void dropFiles(Editor& editor, const QStringList& paths)
         if (const auto zone = zoneFiles(paths.front())) {
             for (std::int16_t n = 0; n < kLayerCount; ++n)
                 if (!(*zone)[std::size_t(n)].isEmpty())
-                    open((*zone)[std::size_t(n)], n);
+                    load((*zone)[std::size_t(n)], n);
             step.push(kLoadStep, saved);
             return;
         }
@@ -157,7 +157,7 @@ void dropFiles(Editor& editor, const QStringList& paths)
             }
         }
         // A file that stops early keeps what it read; the others still load.
-        open(path, target);
+        load(path, target);
     }
     step.push(kLoadStep, saved);
 }
