@@ -36,7 +36,9 @@ public:
 
     // Append one record from the text after its "L " or "P " prefix. A layer of
     // 0 means the active layer, and the caller's variable is given that layer.
-    // The new points are scaled by scale. Nothing is appended on an error.
+    // The new points are scaled by scale. Nothing is appended on an error. A
+    // label's text ends at a comma or a line break: no record holds what a
+    // map file could not read back.
     RecordError addLine(std::string_view text, std::int16_t& layer, float scale);
     RecordError addLabel(std::string_view text, std::int16_t& layer, float scale);
 
