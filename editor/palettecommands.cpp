@@ -18,7 +18,7 @@ void swatchPressed(Editor& editor, int index, int button)
     if (button == kLeftButton) {
         palette.activeColor = palette.presetColors[i];
         applyActiveColor(palette, editor.doc);
-    } else {
+    } else if (button == kRightButton || button == kMiddleButton) {
         palette.presetColors[i] = palette.activeColor;
         palette.swatchColors[i] = palette.presetColors[i];
         saveColorPresets(palette, editor.services.settings);
