@@ -64,6 +64,8 @@ public:
     void clearSelection();
     // True while any line or label is selected.
     bool hasSelection() const { return m_selected > 0; }
+    // How many lines and labels are selected, as the document keeps count.
+    std::size_t selectedCount() const { return m_selected; }
 
     // Every selected line and label takes the colour.
     void recolorSelection(ColorRGB colour);
