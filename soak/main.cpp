@@ -41,22 +41,21 @@ void reportFailure(const Failure& failure) { std::fprintf(stderr, "soak failure:
 // In a child: episodes of steps until the time or the step budget is spent,
 // each recorded to the file as it runs.
 int runChildEpisodes(std::uint64_t seed, double seconds, std::size_t maxSteps, std::size_t episodeSteps,
-                     const QString& recordPath)
+                     const QString& recordPath, const QString& folder)
 {
     g_clock.start();
     g_deadline = qint64(seconds * 1000);
     std::size_t steps = 0;
     std::size_t episode = 0;
     while (steps < maxSteps && beforeDeadline()) {
-        QTemporaryDir folder;
         std::FILE* record = std::fopen(QFile::encodeName(recordPath).constData(), "wb");
-        if (!folder.isValid() || !record) {
-            std::fprintf(stderr, "plotwell-soak: cannot make a folder or the record file\n");
+        if (!record) {
+            std::fprintf(stderr, "plotwell-soak: cannot write %s\n", qPrintable(recordPath));
             return kBadArguments;
         }
         std::fprintf(record, "# seed %llu, run %zu\n", static_cast<unsigned long long>(seed), episode);
         const EpisodeResult result = runEpisode(mixSeed(seed, episode), std::min(episodeSteps, maxSteps - steps),
-                                                RunOptions{folder.path(), record, 100}, beforeDeadline);
+                                                RunOptions{folder, record, 100}, beforeDeadline);
         std::fclose(record);
         steps += result.steps;
         if (result.failure) {
@@ -69,7 +68,7 @@ int runChildEpisodes(std::uint64_t seed, double seconds, std::size_t maxSteps, s
     return kClean;
 }
 
-int replay(const QString& path)
+int replay(const QString& path, const QString& folder)
 {
     std::string error;
     const auto steps = readSteps(path, &error);
@@ -77,8 +76,7 @@ int replay(const QString& path)
         std::fprintf(stderr, "plotwell-soak: %s: %s\n", qPrintable(path), error.c_str());
         return kBadArguments;
     }
-    QTemporaryDir folder;
-    if (auto failure = replaySteps(*steps, RunOptions{folder.path(), nullptr, 100})) {
+    if (auto failure = replaySteps(*steps, RunOptions{folder, nullptr, 100})) {
         reportFailure(*failure);
         return kFailedHere;
     }
@@ -90,12 +88,14 @@ int replay(const QString& path)
 int soak(std::uint64_t seed, double seconds, std::size_t maxSteps, std::size_t episodeSteps, const QString& outFolder,
          int shrinkSeconds)
 {
+    // Every file of the children, a crashed one's too, stays in here.
     QTemporaryDir work;
     const QString record = QDir(work.path()).filePath(QStringLiteral("run.txt"));
     const ChildRun run = runChild({QStringLiteral("--child"), QStringLiteral("--seed"), QString::number(seed),
                                    QStringLiteral("--seconds"), QString::number(seconds), QStringLiteral("--steps"),
                                    QString::number(maxSteps), QStringLiteral("--run-steps"), QString::number(episodeSteps),
-                                   QStringLiteral("--record"), record},
+                                   QStringLiteral("--record"), record, QStringLiteral("--folder"),
+                                   QDir(work.path()).filePath(QStringLiteral("files"))},
                                   int(seconds) + 900);
     if (!run.failed) {
         const QStringList figures = QString::fromLatin1(run.out).split(QLatin1Char(' '));
@@ -179,8 +179,10 @@ int main(int argc, char** argv)
     hiddenChild.setFlags(QCommandLineOption::HiddenFromHelp);
     QCommandLineOption recordOption(QStringLiteral("record"), QString(), QStringLiteral("FILE"));
     recordOption.setFlags(QCommandLineOption::HiddenFromHelp);
+    QCommandLineOption folderOption(QStringLiteral("folder"), QString(), QStringLiteral("FOLDER"));
+    folderOption.setFlags(QCommandLineOption::HiddenFromHelp);
     parser.addOptions({seedOption, secondsOption, stepsOption, runOption, outOption, shrinkOption, replayOption,
-                       hiddenChild, recordOption});
+                       hiddenChild, recordOption, folderOption});
     parser.process(app);
 
     bool ok = true;
@@ -201,13 +203,14 @@ int main(int argc, char** argv)
 
     // A step that runs for a minute is a hang, even under the sanitizers.
     constexpr int kHangSeconds = 60;
-    if (parser.isSet(replayOption)) {
+    if (parser.isSet(replayOption) || parser.isSet(hiddenChild)) {
         startWatchdog(kHangSeconds);
-        return replay(parser.value(replayOption));
-    }
-    if (parser.isSet(hiddenChild)) {
-        startWatchdog(kHangSeconds);
-        return runChildEpisodes(seed, seconds, maxSteps, runSteps, parser.value(recordOption));
+        // The steps' files go where the watching run says, or to a temporary folder.
+        const QTemporaryDir temporary;
+        const QString folder = parser.isSet(folderOption) ? parser.value(folderOption) : temporary.path();
+        if (parser.isSet(replayOption))
+            return replay(parser.value(replayOption), folder);
+        return runChildEpisodes(seed, seconds, maxSteps, runSteps, parser.value(recordOption), folder);
     }
     return soak(seed, seconds, maxSteps, runSteps, parser.value(outOption), shrinkSeconds);
 }

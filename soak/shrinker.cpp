@@ -69,7 +69,9 @@ std::vector<Step> shrinkSteps(std::vector<Step> steps, const std::string& signat
     const QString candidateFile = QDir(workFolder).filePath(QStringLiteral("candidate.txt"));
     const auto stillFails = [&](const std::vector<Step>& candidate) {
         writeSteps(candidateFile, candidate, "a candidate of the shrinker");
-        const ChildRun run = runChild({QStringLiteral("--replay"), candidateFile}, 600);
+        const ChildRun run = runChild({QStringLiteral("--replay"), candidateFile, QStringLiteral("--folder"),
+                                       QDir(workFolder).filePath(QStringLiteral("files"))},
+                                      600);
         return run.failed && run.signature == signature;
     };
     int tries = 0;

@@ -358,8 +358,12 @@ void runExit(World& w, const Step&)
 Step makeFrame(Generator& g) { return make("frame", {double(g.rng.between(1, 3))}); }
 void runFrame(World& w, const Step& s)
 {
-    for (int i = std::clamp(s.whole(0), 1, 10); i > 0; --i)
+    for (int i = std::clamp(s.whole(0), 1, 10); i > 0; --i) {
         w.loop.tick(w.editor);
+        // The window then shows the markers' colours, as it does every frame.
+        for (int n = 0; n < kLayerCount; ++n)
+            markerColor(w.editor, n);
+    }
 }
 
 Step makeResize(Generator& g)
