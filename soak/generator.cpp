@@ -70,8 +70,10 @@ Step Generator::nestedStep()
         const StepKind& kind = stepKinds()[std::size_t(rng.below(int(stepKinds().size())))];
         if (!kind.nestable || kind.weight == 0)
             continue;
+        // What it plans would run after the outer step, not inside it.
+        const std::size_t planned = m_planned.size();
         Step step = kind.make(*this);
-        m_planned.clear(); // what it planned would run after the outer step
+        m_planned.resize(planned);
         step.nested = true;
         return step;
     }
@@ -100,7 +102,12 @@ SurfacePoint Generator::point()
         break;
     }
     case 3: {
-        const auto far = [this] { return float(rng.pick<double>({-3e38, 3e38, -1e30, 1e30, -2e6, 5e6, -1, 0})); };
+        // Far outside the map: as far as a screen reaches while a drag
+        // leaves the window, and now and then as far as a single reaches.
+        const auto far = [this] {
+            return rng.chance(0.9) ? float(rng.range(-200000, 200000))
+                                   : float(rng.pick<double>({-3e38, 3e38, -1e30, 1e30}));
+        };
         return {far(), rng.chance(0.5) ? far() : float(rng.range(0, view.mapHeight))};
     }
     case 4:

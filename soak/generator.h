@@ -27,6 +27,13 @@ public:
     Step nestedStep();
     // A step to come right after the one being made.
     void plan(Step step) { m_planned.push_back(std::move(step)); }
+    // A step made by make, with whatever that plans after it, to come next.
+    void planMade(Step (*make)(Generator&))
+    {
+        const std::size_t at = m_planned.size();
+        Step step = make(*this);
+        m_planned.insert(m_planned.begin() + std::ptrdiff_t(at), std::move(step));
+    }
 
     // Values for the step kinds.
     SurfacePoint point();

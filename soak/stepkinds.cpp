@@ -15,10 +15,14 @@
 #include "soak/generator.h"
 #include "soak/world.h"
 #include "tools/intersection.h"
+#include "tools/selection.h"
 #include "view/viewkeys.h"
 #include "view/zoom.h"
 
 #include <QDir>
+
+#include <algorithm>
+#include <cmath>
 
 namespace plotwell::soak {
 namespace {
@@ -92,13 +96,20 @@ Step makeKeyDown(Generator& g)
 {
     const int code = keyCode(g);
     const int shift = modifiers(g);
-    if (code == Key::Z && g.rng.chance(0.7)) {
+    if ((code == Key::Ctrl || code == Key::Shift || code == Key::Alt) && g.rng.chance(0.85)) {
+        // A modifier held over a click or a drag, or a few keys, and let go.
+        for (int i = g.rng.between(1, 3); i > 0; --i)
+            g.planMade(g.rng.chance(0.7) ? makePress : makeKeyDown);
+        g.plan(make("keyup", {double(code), 0}));
+    } else if (code == Key::Z && g.rng.chance(0.7)) {
         // Z held while the wheel turns steps the current Z.
         for (int i = g.rng.between(1, 4); i > 0; --i)
             g.plan(make("wheel", {double(g.rng.pick<int>({120, -120, 1, -360}))}));
         g.plan(make("keyup", {double(Key::Z), double(modifiers(g))}));
     } else if (g.rng.chance(0.4)) {
-        for (int i = g.rng.between(1, 8); i > 0; --i) // a held key repeats its press
+        // A held key repeats its press; the zoom keys are held long, to the ends of the scale.
+        const bool zoom = code == Key::PadMinus || code == Key::Minus || code == Key::PadPlus || code == Key::Plus;
+        for (int i = g.rng.between(1, zoom ? 150 : 8); i > 0; --i)
             g.plan(make("keydown", {double(code), double(shift)}));
         g.plan(make("keyup", {double(code), double(modifiers(g))}));
     }
@@ -168,46 +179,56 @@ void runBackgroundSwatch(World& w, const Step&) { backgroundSwatchClicked(w.edit
 
 // ---- the option frame's switches
 
-Step makeSwitch(const char* kind, Generator& g, int choices = 1)
+// A click on a check box, which the window hands over with the box's new
+// value (index, value). Users keep most boxes as they usually are: a box in
+// its usual state is clicked now and then, one out of it mostly back soon.
+Step makeToggle(const char* kind, Generator& g, bool current, bool usual, int index = 0)
 {
-    return make(kind, {double(g.rng.below(choices)), double(g.rng.below(2))});
+    if (current == usual && g.rng.chance(0.7))
+        return make("frame", {1});
+    return make(kind, {double(index), double(!current)});
 }
 
-Step makeUnderlayButton(Generator& g) { return makeSwitch("underlay_button", g, 3); }
+Step makeUnderlayButton(Generator& g) { return make("underlay_button", {double(g.rng.below(3))}); }
 void runUnderlayButton(World& w, const Step& s) { backgroundButtonClicked(w.editor, s.whole(0) % 3); }
 
-Step makeAspect(Generator& g) { return makeSwitch("aspect", g); }
+Step makeAspect(Generator& g) { return makeToggle("aspect", g, g.world.editor.underlay.aspectChecked, true); }
 void runAspect(World& w, const Step& s) { w.editor.underlay.aspectChecked = s.whole(1) != 0; }
 
-Step makeInvert(Generator& g) { return makeSwitch("invert", g); }
+Step makeInvert(Generator& g) { return makeToggle("invert", g, g.world.editor.display.invertChecked, true); }
 void runInvert(World& w, const Step& s)
 {
     w.editor.display.invertChecked = s.whole(1) != 0;
     chkInvertClicked(w.editor);
 }
 
-Step makeShowLabels(Generator& g) { return makeSwitch("show_labels", g); }
+Step makeShowLabels(Generator& g) { return makeToggle("show_labels", g, g.world.editor.display.labelsChecked, true); }
 void runShowLabels(World& w, const Step& s)
 {
     w.editor.display.labelsChecked = s.whole(1) != 0;
     chkLabelsClicked(w.editor);
 }
 
-Step makeShowLines(Generator& g) { return makeSwitch("show_lines", g); }
+Step makeShowLines(Generator& g) { return makeToggle("show_lines", g, g.world.editor.display.linesChecked, true); }
 void runShowLines(World& w, const Step& s)
 {
     w.editor.display.linesChecked = s.whole(1) != 0;
     chkLinesClicked(w.editor);
 }
 
-Step makeFlash(Generator& g) { return makeSwitch("flash", g); }
+Step makeFlash(Generator& g) { return makeToggle("flash", g, g.world.editor.display.flashChecked, true); }
 void runFlash(World& w, const Step& s)
 {
     w.editor.display.flashChecked = s.whole(1) != 0;
     chkFlashClicked(w.editor);
 }
 
-Step makeLayerCheck(Generator& g) { return makeSwitch("layer_check", g, kLayerCount); }
+Step makeLayerCheck(Generator& g)
+{
+    const int n = g.rng.below(kLayerCount);
+    const bool shown = g.world.editor.layers.checked[std::size_t(n)];
+    return makeToggle("layer_check", g, shown, !shown, n);
+}
 void runLayerCheck(World& w, const Step& s)
 {
     const int n = layerOf(s, 0);
@@ -218,7 +239,7 @@ void runLayerCheck(World& w, const Step& s)
 Step makeLayerMarker(Generator& g) { return make("layer_marker", {double(g.rng.below(kLayerCount))}); }
 void runLayerMarker(World& w, const Step& s) { activeMarkerClicked(w.editor, layerOf(s, 0)); }
 
-Step makeHeightCheck(Generator& g) { return makeSwitch("height_check", g); }
+Step makeHeightCheck(Generator& g) { return makeToggle("height_check", g, g.world.editor.display.heightChecked, false); }
 void runHeightCheck(World& w, const Step& s)
 {
     w.editor.display.heightChecked = s.whole(1) != 0;
@@ -232,7 +253,7 @@ void runHeightRange(World& w, const Step& s)
     chkHeightMouseDown(w.editor, kRightButton);
 }
 
-Step makeStereo(Generator& g) { return makeSwitch("stereo", g); }
+Step makeStereo(Generator& g) { return makeToggle("stereo", g, g.world.editor.display.stereoChecked, false); }
 void runStereo(World& w, const Step& s)
 {
     w.editor.display.stereoChecked = s.whole(1) != 0;
@@ -268,7 +289,38 @@ void runCaptionEscape(World& w, const Step&)
 
 // ---- the menus
 
-Step makeIntersect(Generator&) { return make("intersect"); }
+Step makeIntersect(Generator& g)
+{
+    // Mostly as a user goes about it: the Pointer, a click on nothing to
+    // clear the selection, a click on each of two lines, then the menu.
+    // The lines are ones whose middle no other line passes near, as a user
+    // would pick them to be sure of the click.
+    const MapDocument& doc = g.world.editor.doc;
+    const View& view = g.world.editor.view;
+    std::vector<SurfacePoint> clicks;
+    for (int tries = 0; tries < 40 && clicks.size() < 2 && doc.lineCount() >= 2; ++tries) {
+        const MapLine& line = doc.lines()[std::size_t(g.rng.bits() % doc.lineCount())];
+        const MapPoint a = toSurfacePoint(view, line.p1);
+        const MapPoint b = toSurfacePoint(view, line.p2);
+        const SurfacePoint middle{a.sx / 2 + b.sx / 2, a.sy / 2 + b.sy / 2};
+        const MapPoint at = toWorld(view, middle);
+        const auto hits = std::count_if(doc.lines().begin(), doc.lines().end(),
+                                        [&at](const MapLine& other) { return lineHitAt(other, at.x, at.y); });
+        if (hits == 1 && std::isfinite(middle.x) && std::isfinite(middle.y)
+            && (clicks.empty() || clicks.front().x != middle.x || clicks.front().y != middle.y))
+            clicks.push_back(middle);
+    }
+    if (clicks.size() < 2 || g.rng.chance(0.2))
+        return make("intersect");
+    g.plan(make("press", {double(kLeftButton), -1e7, -1e7}, {QString()}));
+    g.plan(make("release", {double(kLeftButton)}));
+    for (const SurfacePoint& p : clicks) {
+        g.plan(make("press", {double(kLeftButton), p.x, p.y}, {QString()}));
+        g.plan(make("release", {double(kLeftButton)}));
+    }
+    g.plan(make("intersect"));
+    return make("tool", {double(ToolId::Pointer)});
+}
 void runIntersect(World& w, const Step&) { plotIntersection(w.editor); }
 
 Step makeFindLabel(Generator& g) { return make("find_label", {}, {g.keyword()}); }
@@ -392,47 +444,47 @@ void runChangedElsewhere(World& w, const Step& s)
 const std::vector<StepKind> kKinds = {
     // name, weight, nestable, make, run
     {"start", 0, false, nullptr, nullptr},
-    {"tool", 40, true, makeTool, runTool},
-    {"press", 140, true, makePress, runPress},
-    {"move", 120, true, makeMove, runMove},
-    {"release", 20, true, makeRelease, runRelease},
-    {"keydown", 80, true, makeKeyDown, runKeyDown},
-    {"keyup", 30, true, makeKeyUp, runKeyUp},
-    {"wheel", 60, true, makeWheel, runWheel},
-    {"zoom_strip", 30, true, makeZoomStrip, runZoomStrip},
-    {"fit", 20, true, makeFit, runFit},
-    {"swatch", 30, true, makeSwatch, runSwatch},
-    {"colour_strip", 30, true, makeColourStrip, runColourStrip},
-    {"colour_typed", 15, false, makeColourTyped, runColourTyped},
-    {"background_swatch", 8, true, makeBackgroundSwatch, runBackgroundSwatch},
-    {"underlay_button", 10, true, makeUnderlayButton, runUnderlayButton},
-    {"aspect", 5, true, makeAspect, runAspect},
-    {"invert", 5, true, makeInvert, runInvert},
-    {"show_labels", 8, true, makeShowLabels, runShowLabels},
-    {"show_lines", 8, true, makeShowLines, runShowLines},
-    {"flash", 5, true, makeFlash, runFlash},
-    {"layer_check", 20, true, makeLayerCheck, runLayerCheck},
-    {"layer_marker", 20, true, makeLayerMarker, runLayerMarker},
-    {"height_check", 10, true, makeHeightCheck, runHeightCheck},
-    {"height_range", 8, false, makeHeightRange, runHeightRange},
-    {"stereo", 8, true, makeStereo, runStereo},
-    {"stereo_slider", 8, true, makeStereoSlider, runStereoSlider},
-    {"caption_enter", 15, true, makeCaptionEnter, runCaptionEnter},
-    {"caption_escape", 4, true, makeCaptionEscape, runCaptionEscape},
-    {"intersect", 12, true, makeIntersect, runIntersect},
-    {"find_label", 10, false, makeFindLabel, runFindLabel},
-    {"load", 25, false, makeLoad, runLoad},
-    {"drop", 12, true, makeDrop, runDrop},
-    {"underlay_open", 8, false, makeUnderlayOpen, runUnderlayOpen},
-    {"underlay_close", 3, true, makeUnderlayClose, runUnderlayClose},
-    {"save", 15, false, makeSave, runSave},
-    {"close_all", 5, true, makeCloseAll, runCloseAll},
-    {"about", 2, true, makeAbout, runAbout},
-    {"readme", 2, true, makeReadme, runReadme},
+    {"tool", 160, true, makeTool, runTool},
+    {"press", 560, true, makePress, runPress},
+    {"move", 480, true, makeMove, runMove},
+    {"release", 80, true, makeRelease, runRelease},
+    {"keydown", 320, true, makeKeyDown, runKeyDown},
+    {"keyup", 120, true, makeKeyUp, runKeyUp},
+    {"wheel", 240, true, makeWheel, runWheel},
+    {"zoom_strip", 120, true, makeZoomStrip, runZoomStrip},
+    {"fit", 80, true, makeFit, runFit},
+    {"swatch", 120, true, makeSwatch, runSwatch},
+    {"colour_strip", 120, true, makeColourStrip, runColourStrip},
+    {"colour_typed", 60, false, makeColourTyped, runColourTyped},
+    {"background_swatch", 32, true, makeBackgroundSwatch, runBackgroundSwatch},
+    {"underlay_button", 40, true, makeUnderlayButton, runUnderlayButton},
+    {"aspect", 20, true, makeAspect, runAspect},
+    {"invert", 20, true, makeInvert, runInvert},
+    {"show_labels", 32, true, makeShowLabels, runShowLabels},
+    {"show_lines", 32, true, makeShowLines, runShowLines},
+    {"flash", 20, true, makeFlash, runFlash},
+    {"layer_check", 80, true, makeLayerCheck, runLayerCheck},
+    {"layer_marker", 80, true, makeLayerMarker, runLayerMarker},
+    {"height_check", 40, true, makeHeightCheck, runHeightCheck},
+    {"height_range", 32, false, makeHeightRange, runHeightRange},
+    {"stereo", 32, true, makeStereo, runStereo},
+    {"stereo_slider", 32, true, makeStereoSlider, runStereoSlider},
+    {"caption_enter", 60, true, makeCaptionEnter, runCaptionEnter},
+    {"caption_escape", 16, true, makeCaptionEscape, runCaptionEscape},
+    {"intersect", 48, true, makeIntersect, runIntersect},
+    {"find_label", 40, false, makeFindLabel, runFindLabel},
+    {"load", 100, false, makeLoad, runLoad},
+    {"drop", 48, true, makeDrop, runDrop},
+    {"underlay_open", 32, false, makeUnderlayOpen, runUnderlayOpen},
+    {"underlay_close", 12, true, makeUnderlayClose, runUnderlayClose},
+    {"save", 60, false, makeSave, runSave},
+    {"close_all", 20, true, makeCloseAll, runCloseAll},
+    {"about", 8, true, makeAbout, runAbout},
+    {"readme", 8, true, makeReadme, runReadme},
     {"exit", 1, true, makeExit, runExit},
-    {"frame", 100, false, makeFrame, runFrame},
-    {"resize", 6, true, makeResize, runResize},
-    {"changed_elsewhere", 5, false, makeChangedElsewhere, runChangedElsewhere},
+    {"frame", 400, false, makeFrame, runFrame},
+    {"resize", 24, true, makeResize, runResize},
+    {"changed_elsewhere", 20, false, makeChangedElsewhere, runChangedElsewhere},
 };
 
 void runStart(World& w, const Step& s)
