@@ -314,9 +314,9 @@ QByteArray mapText(MapKind kind, std::uint64_t seed)
     return plainMap(rng, rng.below(150), rng.below(40), 5000, false);
 }
 
-QString makeFile(const QString& folder, const QString& spec)
+QString makeFile(const QString& folder, const QString& recipe)
 {
-    const QStringList parts = spec.split(QLatin1Char(' '));
+    const QStringList parts = recipe.split(QLatin1Char(' '));
     if (parts.size() < 2)
         return {};
     const QString& what = parts[0];

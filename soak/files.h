@@ -8,7 +8,7 @@
 namespace plotwell::soak {
 
 // Files the user hands the editor, made on demand in the run's folder from a
-// spec, one text such as "map 3 1234 zone.txt":
+// recipe, one text such as "map 3 1234 zone.txt":
 //   map KIND SEED NAME   a map text file of a kind (MapKind), from a seed
 //   zone KIND SEED NAME  NAME and, beside it, some of NAME_1 .. NAME_3
 //   pic KIND SEED NAME   a picture, or something named like one (PictureKind)
@@ -16,7 +16,7 @@ namespace plotwell::soak {
 //   dir NAME             a folder
 //   gone NAME            a file in a folder that does not exist
 //   ro NAME              an existing file made read-only
-// The same spec in the same folder makes the same bytes, so a replayed run
+// The same recipe in the same folder makes the same bytes, so a replayed run
 // reads what the first one read.
 enum class MapKind {
     Plain,
@@ -35,8 +35,8 @@ enum class MapKind {
 };
 enum class PictureKind { Png, Bmp, Jpeg, Truncated, Garbage, Empty, Forged, MapText, Count };
 
-// Makes what the spec names and returns its path; empty for a spec it cannot read.
-QString makeFile(const QString& folder, const QString& spec);
+// Makes what the recipe names and returns its path; empty for a recipe it cannot read.
+QString makeFile(const QString& folder, const QString& recipe);
 
 // The bytes of a map file of a kind, from a seed.
 QByteArray mapText(MapKind kind, std::uint64_t seed);

@@ -199,7 +199,7 @@ QString Generator::keyword()
                               QStringLiteral("\u00fc"), randomCharacter(rng)});
 }
 
-QString Generator::mapSpec()
+QString Generator::mapRecipe()
 {
     const int kind = rng.below(int(MapKind::Count));
     const QString seed = QString::number(rng.bits() >> 1);
@@ -219,7 +219,7 @@ QString Generator::mapSpec()
     }
 }
 
-QString Generator::pictureSpec()
+QString Generator::pictureRecipe()
 {
     if (rng.chance(0.1))
         return rng.pick<QString>({QString(), QStringLiteral("dir pic.png"), QStringLiteral("gone pic.png")});

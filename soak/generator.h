@@ -43,8 +43,8 @@ public:
     QString typedNumber();
     QString typedLocation();
     QString keyword();
-    QString mapSpec();
-    QString pictureSpec();
+    QString mapRecipe();
+    QString pictureRecipe();
     QString saveAnswer();
 
     Rng rng;

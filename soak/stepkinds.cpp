@@ -334,7 +334,7 @@ Step makeLoad(Generator& g)
 {
     // A long load may be cancelled at one of its progress reports.
     return make("load", {double(g.rng.below(kLayerCount)), double(g.rng.chance(0.1) ? g.rng.between(1, 3) : 0)},
-                {g.mapSpec()});
+                {g.mapRecipe()});
 }
 void runLoad(World& w, const Step& s)
 {
@@ -348,14 +348,14 @@ Step makeDrop(Generator& g)
 {
     Step step = make("drop");
     for (int i = g.rng.between(1, 3); i > 0; --i)
-        step.texts.push_back(g.mapSpec());
+        step.texts.push_back(g.mapRecipe());
     return step;
 }
 void runDrop(World& w, const Step& s)
 {
     QStringList paths;
-    for (const QString& spec : s.texts) {
-        const QString path = makeFile(w.folder, spec);
+    for (const QString& recipe : s.texts) {
+        const QString path = makeFile(w.folder, recipe);
         if (!path.isEmpty())
             paths << QDir::toNativeSeparators(path);
     }
@@ -363,7 +363,7 @@ void runDrop(World& w, const Step& s)
         dropFiles(w.editor, paths);
 }
 
-Step makeUnderlayOpen(Generator& g) { return make("underlay_open", {}, {g.pictureSpec()}); }
+Step makeUnderlayOpen(Generator& g) { return make("underlay_open", {}, {g.pictureRecipe()}); }
 void runUnderlayOpen(World& w, const Step& s)
 {
     answerWith(w, s);
@@ -437,8 +437,8 @@ void runChangedElsewhere(World& w, const Step& s)
     const QString& file = w.editor.doc.layerFile[std::size_t(layerOf(s, 0))];
     if (file.isEmpty() || !QDir::cleanPath(file).startsWith(QDir::cleanPath(w.folder)))
         return;
-    const QString spec = s.text(0) + QLatin1Char(' ') + QDir(w.folder).relativeFilePath(file);
-    makeFile(w.folder, spec);
+    const QString recipe = s.text(0) + QLatin1Char(' ') + QDir(w.folder).relativeFilePath(file);
+    makeFile(w.folder, recipe);
 }
 
 const std::vector<StepKind> kKinds = {

@@ -8,10 +8,10 @@ namespace plotwell::soak {
 
 bool SoakFileDialog::show()
 {
-    const QString spec = m_answers.next();
-    if (spec.isEmpty())
+    const QString recipe = m_answers.next();
+    if (recipe.isEmpty())
         return false;
-    fileName = makeFile(m_folder, spec);
+    fileName = makeFile(m_folder, recipe);
     return !fileName.isEmpty();
 }
 

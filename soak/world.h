@@ -17,7 +17,7 @@ class World;
 
 // The answers of the user for the step being run: every prompt, and every
 // open or save dialog, takes the next one. A file dialog's answer is a file
-// spec (see files.h), which the dialog turns into a real file or folder in
+// recipe (see files.h), which the dialog turns into a real file or folder in
 // the run's own folder; an empty answer, or none left, is a cancel.
 struct Answers {
     std::deque<QString> queue;
