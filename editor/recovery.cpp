@@ -164,9 +164,14 @@ void RecoveryKeeper::recover(Editor& editor)
     for (const RecoveryCopy& copy : m_left)
         mask |= 1u << copy.layer;
     step.takeLayers(mask);
+    const std::int16_t active = editor.doc.activeLayer;
     for (const RecoveryCopy& copy : m_left) {
-        // A copy that stops early keeps what it read, as a load does.
+        // A copy that stops early keeps what it read, as a load does. The
+        // reader puts records for layer 0 into the active layer: while it
+        // reads, the copy's own layer is the active one.
+        editor.doc.activeLayer = copy.layer;
         readMapFile(copy.records, editor.doc, copy.layer, editor.view.currentScale);
+        editor.doc.activeLayer = active;
         editor.doc.layerFile[copy.layer] = copy.file;
         editor.layers.captions[copy.layer] = copy.file.isEmpty() ? defaultLayerName(copy.layer) : fileNameOf(copy.file);
         editor.layerStamps[copy.layer] = copy.stamp;

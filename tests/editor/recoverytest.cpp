@@ -1,3 +1,4 @@
+#include "document/mapwriter.h"
 #include "editor/mapsaving.h"
 #include "editor/recovery.h"
 #include "editor/viewcommands.h"
@@ -86,6 +87,23 @@ TEST(Recovery, ACopyFollowsTheEditsWhenTheyPauseAndGoesWhenTheLayerIsSaved)
             firstCopy = t;
     }
     EXPECT_EQ(firstCopy, 30000 + RecoveryKeeper::kLongestWaitMsecs);
+}
+
+TEST(Recovery, TheBaseLayerComesBackIntoTheBaseLayerWhicheverLayerIsActive)
+{
+    FakePlace place;
+    {
+        FakeWorld w;
+        RecoveryKeeper keeper(place);
+        drawLine(w.editor, 4);
+        ASSERT_TRUE(keeper.flush(w.editor));
+    }
+    FakeWorld w;
+    w.editor.doc.activeLayer = 2;
+    RecoveryKeeper(place).recover(w.editor);
+    EXPECT_EQ(formatLayer(w.editor.doc, 0), "L 10,4,0,20,4,0,0,0,0\r\n");
+    EXPECT_EQ(formatLayer(w.editor.doc, 2), "");
+    EXPECT_EQ(w.editor.doc.activeLayer, 2);
 }
 
 #ifdef Q_OS_UNIX
