@@ -58,6 +58,9 @@ public:
     // Something a frame shows may have changed since the last frame drawn;
     // the window sets it for every event it hands over.
     bool frameDirty = true;
+    // Pending events wait until the load under way is recorded as a step
+    // (see letEventsRun).
+    bool eventsWaiting = false;
     MapCursor mapCursor = MapCursor::Arrow;
 
     // Gives the keyboard focus to the map surface; set by the window.

@@ -30,6 +30,16 @@ void recolorSelection(Editor& editor, ColorRGB colour, EditHistory::Gesture gest
     editor.history.push(std::move(step), gesture);
 }
 
+void letEventsRun(Editor& editor)
+{
+    if (editor.history.editing()) {
+        editor.eventsWaiting = true;
+        return;
+    }
+    editor.eventsWaiting = false;
+    editor.services.events.processEvents();
+}
+
 void undoEdit(Editor& editor)
 {
     editor.history.undo(editor);
@@ -51,8 +61,11 @@ LayerStep::LayerStep(Editor& editor) : m_editor(editor), m_mark(appendMark(edito
 
 LayerStep::~LayerStep()
 {
-    if (!m_pushed)
-        m_editor.history.endEdit();
+    if (m_pushed)
+        return;
+    m_editor.history.endEdit();
+    if (m_editor.eventsWaiting)
+        letEventsRun(m_editor);
 }
 
 void LayerStep::takeLayers(unsigned mask)
@@ -71,6 +84,13 @@ void LayerStep::push(const QString& what, unsigned savedMask)
         return;
     m_pushed = true;
     m_editor.history.endEdit();
+    record(what, savedMask);
+    if (m_editor.eventsWaiting)
+        letEventsRun(m_editor);
+}
+
+void LayerStep::record(const QString& what, unsigned savedMask)
+{
     std::vector<LayerFile> changed;
     for (std::int16_t n = 0; n < kLayerCount; ++n) {
         const LayerFile& before = m_files[std::size_t(n)];

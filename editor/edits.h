@@ -34,6 +34,12 @@ void pushRemoved(Editor& editor, TakenRecords removed, const QString& what);
 // them changes. Steps that continue a gesture on the same records join.
 void recolorSelection(Editor& editor, ColorRGB colour, EditHistory::Gesture gesture = EditHistory::Gesture::Ends);
 
+// Lets pending events run, as the fit does. While an edit that is to become
+// one step is under way (a load), they wait until the step is recorded:
+// an edit made by an event in between would be taken into it, and undone
+// with it, not as a step of its own.
+void letEventsRun(Editor& editor);
+
 // Edit > Undo and Edit > Redo: the newest step undone, or the step undone
 // last redone. A frame held by a tool is let go, so that the map shows it.
 void undoEdit(Editor& editor);
@@ -58,6 +64,7 @@ public:
     void push(const QString& what, unsigned savedMask = 0);
 
 private:
+    void record(const QString& what, unsigned savedMask);
     Editor& m_editor;
     std::array<LayerFile, kLayerCount> m_files; // as they were before
     TakenRecords m_removed;

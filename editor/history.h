@@ -66,6 +66,7 @@ public:
     // events run while it reads), undo and redo wait for it to end.
     void beginEdit() { ++m_editing; }
     void endEdit() { --m_editing; }
+    bool editing() const { return m_editing > 0; }
 
     bool canUndo() const { return m_index > 0 && m_editing == 0; }
     bool canRedo() const { return m_index < m_steps.size() && m_editing == 0; }

@@ -1,6 +1,7 @@
 #include "editor/viewcommands.h"
 
 #include "editor/drawlines.h"
+#include "editor/edits.h"
 #include "editor/editor.h"
 #include "tools/deletion.h"
 #include "view/viewcontrol.h"
@@ -16,7 +17,7 @@ void fitContentToScreen(Editor& editor)
     View& view = editor.view;
     centerContent(view, editor.doc);
     view.zoomAnchor = {view.mapWidth / 2, view.mapHeight / 2};
-    editor.services.events.processEvents();
+    letEventsRun(editor);
     setCurrentScale(view, editor.doc, fittingScale(view, editor.doc));
     editor.holdDrawing = false;
 }

@@ -5,7 +5,8 @@ namespace plotwell {
 class Editor;
 
 // Centres the content and takes the largest scale, in steps of 0.5, at which
-// it fits; pending events run once first. Releases a held frame.
+// it fits; pending events run once first, or during a load once its step is
+// recorded. Releases a held frame.
 void fitContentToScreen(Editor& editor);
 
 // The map's key events; shift is the modifier mask (1 Shift, 2 Ctrl, 4 Alt).

@@ -172,6 +172,24 @@ TEST(EditHistory, UndoingADeletionBringsTheRecordsBackSelectedAndTheMenuNamesThe
     EXPECT_FALSE(e.history.canRedo());
 }
 
+TEST(EditHistory, AnEditMadeWhileALoadLetsEventsRunIsAStepOfItsOwn)
+{
+    QTemporaryDir dir;
+    FakeWorld w;
+    Editor& e = w.editor;
+    w.fileDialog.answers = {writeBytes(dir.filePath(QStringLiteral("a.txt")), "L 10,20,0,300,400,5,255,0,0\r\n")};
+    e.tools.choose(e, ToolId::Line);
+    e.tools.press(e, kLeftButton, {100, 100});
+    // The second click of the line comes while the base layer's fit lets events run.
+    w.events.during = [&e] { e.tools.press(e, kLeftButton, {200, 300}); };
+    loadLayerFromMenu(e, 0);
+    EXPECT_EQ(e.history.undoText(), QStringLiteral("Undo Line"));
+    e.history.undo(e);
+    EXPECT_EQ(formatLayer(e.doc, 0), "L 10,20,0,300,400,5,255,0,0\r\n");
+    e.history.undo(e);
+    EXPECT_EQ(e.doc.lineCount(), 0u);
+}
+
 TEST(EditHistory, OverItsMemoryTheOldestStepsGo)
 {
     FakeWorld w;

@@ -8,6 +8,7 @@
 #include <QStringList>
 
 #include <deque>
+#include <functional>
 
 namespace plotwell::test {
 
@@ -64,10 +65,17 @@ public:
     }
 };
 
+// Counts the times events may run, and runs what the test gives as events.
 class CountingEventPump : public EventPump {
 public:
     int calls = 0;
-    void processEvents() override { ++calls; }
+    std::function<void()> during;
+    void processEvents() override
+    {
+        ++calls;
+        if (during)
+            during();
+    }
 };
 
 class MemoryClipboard : public Clipboard {
