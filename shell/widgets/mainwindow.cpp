@@ -155,6 +155,7 @@ void MainWindow::handle(const std::function<void()>& handler)
     m_editor.frameDirty = true;
     syncControls();
     unhookWheelIfReleased();
+    endIfDue();
 }
 
 void MainWindow::frameTick()
@@ -194,14 +195,23 @@ void MainWindow::endTimerTick()
 {
     plotwell::endTimerTick(m_editor);
     unhookWheelIfReleased();
-    if (m_editor.shell.ended) {
-        m_frameClock.stop();
-        m_endTimer.stop();
-        m_recoveryClock.stop();
-        // The program ends without asking: what is not saved is kept for the next run.
-        m_recovery.flush(m_editor);
-        ended();
-    }
+    endIfDue();
+}
+
+void MainWindow::endIfDue()
+{
+    // The timer can tick while a handler lets events run, as a load does;
+    // the program ends once that handler has returned, so that the copies of
+    // the unsaved layers hold its whole edit and not half of it.
+    if (!m_editor.shell.ended || m_handlersRunning > 0 || m_programEnded)
+        return;
+    m_programEnded = true;
+    m_frameClock.stop();
+    m_endTimer.stop();
+    m_recoveryClock.stop();
+    // The program ends without asking: what is not saved is kept for the next run.
+    m_recovery.flush(m_editor);
+    ended();
 }
 
 void MainWindow::hookMouseWheel()

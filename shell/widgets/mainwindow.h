@@ -118,6 +118,8 @@ private:
     // handler per whole notch.
     void takeWheel(QObject* watched, QEvent* event);
     void requestClose();
+    // Ends the program once the shutdown has run its course and no handler runs.
+    void endIfDue();
     // Runs a handler, then shows its effects. No frame is drawn while a
     // handler runs, even when it lets events run or shows a dialog.
     void handle(const std::function<void()>& handler);
@@ -140,6 +142,7 @@ private:
     quint64 m_lastWheelTime = ~quint64(0);
     QSize m_laidOutFor;
     QTimer m_endTimer;
+    bool m_programEnded = false;
     QtRecoveryPlace m_recoveryPlace;
     RecoveryKeeper m_recovery{m_recoveryPlace};
     QTimer m_recoveryClock;

@@ -21,6 +21,7 @@
 #include <QWheelEvent>
 
 #include "document/mapwriter.h"
+#include "view/zoom.h"
 #include "tests/support/files.h"
 #include "tests/support/qtprinters.h"
 
@@ -334,6 +335,42 @@ TEST(MainWindow, EditsNotSavedWhenTheProgramEndsAreRecoveredInTheNextRun)
     EXPECT_EQ(std::count(edited.begin(), edited.end(), '\n'), 2);
     next.controls().mnuUndo->trigger();
     EXPECT_EQ(next.editor().doc.lineCount(), 0u) << "recovering is a step";
+}
+
+TEST(MainWindow, TheProgramEndsOnceTheHandlerThatLetsEventsRunHasReturned)
+{
+    QTemporaryDir dir;
+    const QString path = writeBytes(dir.filePath(QStringLiteral("zone.txt")), "L 1,2,3,4,5,6,7,8,9\r\n");
+    std::string edited;
+    {
+        MainWindow window;
+        int ends = 0;
+        window.ended = [&ends] { ++ends; };
+        window.openFiles({path});
+        Editor& e = window.editor();
+        e.tools.choose(e, ToolId::Line);
+        window.close();
+        // The shutdown timer ticks while a handler lets events run, as a long
+        // load does, and the handler's edit comes after the ticks.
+        window.controls().map->run([&] {
+            window.endTimerTick();
+            window.endTimerTick();
+            e.tools.press(e, kLeftButton, {10, 10});
+            e.tools.press(e, kLeftButton, {50, 40});
+            EXPECT_EQ(ends, 0);
+        });
+        EXPECT_EQ(ends, 1);
+        edited = formatLayer(e.doc, 0);
+    }
+    MainWindow next;
+    fileMenuEntry(next, QStringLiteral("Recover Unsaved Layers"))->trigger();
+    EXPECT_EQ(formatLayer(next.editor().doc, 0), edited);
+    EXPECT_EQ(std::count(edited.begin(), edited.end(), '\n'), 2);
+    // Saved and ended as the window ends, the run leaves no copies behind.
+    fileMenuEntry(next, QStringLiteral("Save all layers"))->trigger();
+    next.ended = [] {};
+    next.endTimerTick();
+    next.endTimerTick();
 }
 
 TEST(QtProgress, AppearsOnlyForLongTasksAndReportsACancel)
