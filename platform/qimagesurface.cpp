@@ -228,6 +228,13 @@ void QImageSurface::paintPicture(const QImage& picture, const QRectF& target, co
     const QSize size = to.toAlignedRect().size();
     if (size == from.size().toSize()) {
         p.drawImage(to.topLeft(), picture, from);
+    } else if (double(size.width()) * size.height() > 4.0 * (double(m_image.width()) * m_image.height() + 65536)) {
+        // Stretched far past the surface (kept in proportion on a long thin
+        // surface, say), the whole scaled picture would take gigabytes: the
+        // painter scales just the part that lands on the surface.
+        p.setRenderHint(QPainter::SmoothPixmapTransform);
+        p.drawImage(to, picture, from);
+        p.setRenderHint(QPainter::SmoothPixmapTransform, false);
     } else {
         // Scaling a large picture is slow: it is scaled once for as long as
         // the picture, its part and the room for it stay the same.

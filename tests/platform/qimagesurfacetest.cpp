@@ -114,6 +114,15 @@ TEST(QImageSurface, LinesShowAtOnceClearResizeAndPictures)
     EXPECT_EQ(image.pixel(9, 9), qRgb(0x0f, 0x30, 0x00));
     EXPECT_EQ(image.pixel(10, 10), qRgb(0xf0, 0x01, 0x00));
     EXPECT_EQ(image.pixel(13, 13), qRgb(0xff, 0x31, 0x00));
+
+    // Stretched a hundred thousand times, far past the surface: the part on
+    // the surface is the middle of the first pixel.
+    QImage two(2, 1, QImage::Format_RGB32);
+    two.setPixel(0, 0, qRgb(0xc0, 0x10, 0x20));
+    two.setPixel(1, 0, qRgb(0x00, 0x00, 0xff));
+    surface.paintPicture(two, QRectF(-49990 * kPx, 0, 200000 * kPx, 100000 * kPx), QRectF(0, 0, 2 * kPx, kPx),
+                         RasterOp::Copy);
+    EXPECT_EQ(surface.image().pixel(10, 5), qRgb(0xc0, 0x10, 0x20));
 }
 
 // A busy map: many colours in runs, records off the surface and across its
