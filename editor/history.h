@@ -61,6 +61,8 @@ public:
     void push(std::unique_ptr<EditCommand> command, Gesture gesture = Gesture::Ends);
     // The gesture in progress ended: the next edit is a step of its own.
     void endGesture() { m_open = false; }
+    // A gesture is in progress: its next part joins the newest step.
+    bool gestureOpen() const { return m_open; }
 
     // While an edit that is to become a step is under way (a load lets
     // events run while it reads), undo and redo wait for it to end.

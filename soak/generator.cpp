@@ -2,6 +2,7 @@
 
 #include "document/ansitext.h"
 #include "soak/files.h"
+#include "soak/programsteps.h"
 #include "soak/stepkinds.h"
 #include "soak/world.h"
 #include "view/viewkeys.h"
@@ -57,8 +58,15 @@ Step Generator::next()
         total += kind.weight;
     int at = rng.below(total);
     for (const StepKind& kind : stepKinds()) {
-        if (at < kind.weight)
-            return kind.make(*this);
+        if (at < kind.weight) {
+            Step step = kind.make(*this);
+            // Taken back at once, now and then, after whatever it brings.
+            if (oftenUndone(step) && rng.chance(0.15)) {
+                for (Step& undo : undoRun(*this))
+                    plan(std::move(undo));
+            }
+            return step;
+        }
         at -= kind.weight;
     }
     return stepKinds().front().make(*this);
@@ -81,8 +89,8 @@ Step Generator::nestedStep()
 
 SurfacePoint Generator::point()
 {
-    const View& view = world.editor.view;
-    const MapDocument& doc = world.editor.doc;
+    const View& view = world().editor.view;
+    const MapDocument& doc = world().editor.doc;
     switch (rng.below(10)) {
     case 0:
     case 1:
@@ -179,7 +187,7 @@ QString Generator::typedNumber()
 QString Generator::typedLocation()
 {
     if (rng.chance(0.3))
-        return world.editor.view.readout.loc.mid(5); // as copied by the Crosshair, without "Loc: "
+        return world().editor.view.readout.loc.mid(5); // as copied by the Crosshair, without "Loc: "
     const QString a = typedNumber();
     const QString b = typedNumber();
     return rng.pick<QString>({a + QStringLiteral(" , ") + b, a + QLatin1Char(',') + b, a, QStringLiteral(","),
@@ -189,7 +197,7 @@ QString Generator::typedLocation()
 
 QString Generator::keyword()
 {
-    const MapDocument& doc = world.editor.doc;
+    const MapDocument& doc = world().editor.doc;
     if (doc.labelCount() > 0 && rng.chance(0.5)) {
         const QString text = fromAnsi(doc.labels()[std::size_t(rng.bits() % doc.labelCount())].text);
         const int from = text.isEmpty() ? 0 : rng.below(int(text.size()));

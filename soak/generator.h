@@ -18,7 +18,11 @@ class World;
 // them needs no generator.
 class Generator {
 public:
-    Generator(std::uint64_t seed, const World& world) : rng(seed), world(world) {}
+    Generator(std::uint64_t seed, const World& world) : rng(seed), m_world(&world) {}
+
+    // The program the steps go to; another one once it has ended and started again.
+    const World& world() const { return *m_world; }
+    void follow(const World& world) { m_world = &world; }
 
     // The next step: one planned by an earlier step, or one of a kind chosen
     // by the kinds' weights.
@@ -48,9 +52,9 @@ public:
     QString saveAnswer();
 
     Rng rng;
-    const World& world;
 
 private:
+    const World* m_world;
     std::deque<Step> m_planned;
 };
 

@@ -133,7 +133,8 @@ std::optional<std::string> roundTripFault(const Editor& editor, const QString& f
 {
     QDir(folder).removeRecursively();
     QDir().mkpath(folder);
-    World fresh(folder);
+    Machine machine(QDir(folder).filePath(QStringLiteral("recovery")));
+    World fresh(folder, machine);
     const MapDocument& doc = editor.doc;
     for (std::int16_t layer = 0; layer < kLayerCount; ++layer) {
         const QString path = QDir(folder).filePath(QStringLiteral("layer%1.txt").arg(layer));

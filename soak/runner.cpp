@@ -1,7 +1,9 @@
 #include "soak/runner.h"
 
 #include "soak/generator.h"
+#include "soak/historycheck.h"
 #include "soak/invariants.h"
+#include "soak/programsteps.h"
 #include "soak/stepkinds.h"
 #include "soak/world.h"
 
@@ -12,6 +14,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <functional>
+#include <memory>
 #include <thread>
 
 namespace plotwell::soak {
@@ -31,41 +34,99 @@ QString emptyFolder(const QString& path)
     return path;
 }
 
-// One editor and the steps run on it.
+// The runs of the program on one machine, one after another, and the steps
+// run on them.
 class Session {
 public:
-    explicit Session(const RunOptions& options) : m_options(options), m_world(emptyFolder(options.folder + "/files")) {}
+    explicit Session(const RunOptions& options)
+        : m_options(options), m_files(emptyFolder(options.folder + "/files")),
+          m_machine(emptyFolder(options.folder + "/recovery")), m_world(std::make_unique<World>(m_files, m_machine))
+    {
+    }
 
-    World& world() { return m_world; }
+    // The program running now.
+    World& world() { return *m_world; }
 
     // Runs a step; nested, when called, gives a step to run inside it while
     // it lets pending events run. The first thing broken after it, if any.
     std::optional<Failure> perform(const Step& step, const std::function<std::optional<Step>()>& nested)
     {
         record(step);
-        m_world.events.pending = [this, &nested] {
+        World& world = *m_world;
+        world.events.pending = [this, &world, &nested] {
             std::optional<Step> inner = nested();
             if (!inner)
                 return;
             record(*inner);
-            const Answers outer = m_world.answers;
-            runStep(m_world, *inner);
-            m_world.answers = outer;
+            const Answers outer = world.answers;
+            runStep(world, *inner);
+            world.answers = outer;
         };
-        runStep(m_world, step);
-        m_world.events.pending = nullptr;
+        runStep(world, step);
+        world.events.pending = nullptr;
         ++g_stepsEnded;
-        if (auto broken = brokenInvariant(m_world.editor))
+        if (world.fault)
+            return failure(*world.fault);
+        if (auto broken = brokenInvariant(world.editor))
             return failure(*broken);
-        if (++m_steps % std::size_t(m_options.roundTripEvery) == 0)
-            return roundTrip();
+        if (auto fault = m_watch.check(world.editor))
+            return failure(*fault);
+        if (world.editor.shell.ended) {
+            if (auto fault = startAgain())
+                return fault;
+        }
+        if (++m_steps % std::size_t(m_options.roundTripEvery) == 0) {
+            m_undoDue = true;
+            if (auto fault = roundTrip())
+                return fault;
+        }
+        // Undoing ends a gesture: the check waits for the gesture to end.
+        if (m_undoDue && !m_world->editor.history.gestureOpen())
+            return undoAndRedo();
         return std::nullopt;
     }
 
+    // The checks at the end of a run.
+    std::optional<Failure> finish()
+    {
+        if (auto fault = undoAndRedo())
+            return fault;
+        return roundTrip();
+    }
+
+private:
     std::optional<Failure> roundTrip()
     {
-        if (auto fault = roundTripFault(m_world.editor, m_options.folder + QStringLiteral("/roundtrip")))
+        if (auto fault = roundTripFault(m_world->editor, m_options.folder + QStringLiteral("/roundtrip")))
             return failure(*fault);
+        return std::nullopt;
+    }
+
+    std::optional<Failure> undoAndRedo()
+    {
+        m_undoDue = false;
+        if (auto fault = undoRedoFault(m_world->editor, m_watch))
+            return failure(*fault);
+        return std::nullopt;
+    }
+
+    // The program has ended, once the step in which its shutdown timer
+    // ticked has returned, as the window's does: the copies of its unsaved
+    // layers are written, and a fresh one starts on the same files and the
+    // same recovery folder.
+    std::optional<Failure> startAgain()
+    {
+        if (!m_world->recovery.flush(m_world->editor))
+            return failure("recovery: a copy of an unsaved layer could not be written as the program ended");
+        noteLeftLayers(*m_world);
+        const QSizeF window = m_world->nextWindow;
+        m_world.reset();
+        // A program takes longer than this to start, and the copies of two
+        // runs are told apart by the times they were written.
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        m_world = std::make_unique<World>(m_files, m_machine);
+        startProgram(*m_world, window);
+        m_watch = HistoryWatch();
         return std::nullopt;
     }
 
@@ -80,8 +141,12 @@ private:
     }
 
     RunOptions m_options;
-    World m_world;
+    QString m_files;
+    Machine m_machine;
+    std::unique_ptr<World> m_world;
+    HistoryWatch m_watch;
     std::size_t m_steps = 0;
+    bool m_undoDue = false;
 };
 
 } // namespace
@@ -104,7 +169,7 @@ std::optional<Failure> replaySteps(const std::vector<Step>& steps, const RunOpti
         if (consumed)
             ++i;
     }
-    return session.roundTrip();
+    return session.finish();
 }
 
 EpisodeResult runEpisode(std::uint64_t seed, std::size_t maxSteps, const RunOptions& options, bool (*keepGoing)())
@@ -121,10 +186,11 @@ EpisodeResult runEpisode(std::uint64_t seed, std::size_t maxSteps, const RunOpti
     result.failure = session.perform(startStep(generator), none);
     while (!result.failure && result.steps < maxSteps && keepGoing()) {
         result.failure = session.perform(generator.next(), nested);
+        generator.follow(session.world());
         ++result.steps;
     }
     if (!result.failure)
-        result.failure = session.roundTrip();
+        result.failure = session.finish();
     return result;
 }
 

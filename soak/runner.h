@@ -25,7 +25,8 @@ struct RunOptions {
     // When set, every step is written here, flushed, before it runs, so
     // that a run that crashes leaves the steps that led to the crash.
     std::FILE* record = nullptr;
-    // Save and load every layer after so many steps, and at the end.
+    // Save and load every layer, and undo and redo every edit, after so
+    // many steps, and at the end.
     int roundTripEvery = 100;
 };
 

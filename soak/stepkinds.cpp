@@ -1,6 +1,7 @@
 #include "soak/stepkinds.h"
 
 #include "editor/displayhandlers.h"
+#include "editor/edits.h"
 #include "editor/helpcommands.h"
 #include "editor/layercommands.h"
 #include "editor/maploading.h"
@@ -13,6 +14,7 @@
 #include "editor/windowlayout.h"
 #include "soak/files.h"
 #include "soak/generator.h"
+#include "soak/programsteps.h"
 #include "soak/world.h"
 #include "tools/intersection.h"
 #include "tools/selection.h"
@@ -60,7 +62,7 @@ Step makePress(Generator& g)
     } else if (g.rng.chance(0.7)) {
         g.plan(make("release", {double(button)}));
     }
-    if (g.world.editor.tools.current() == ToolId::Label && button == kLeftButton && g.rng.chance(0.8))
+    if (g.world().editor.tools.current() == ToolId::Label && button == kLeftButton && g.rng.chance(0.8))
         g.plan(g.rng.chance(0.85) ? make("caption_enter", {}, {g.caption()}) : make("caption_escape"));
     return press;
 }
@@ -87,7 +89,7 @@ int keyCode(Generator& g)
 {
     return g.rng.pick<int>({Key::Left, Key::Right, Key::Up, Key::Down, Key::Delete, Key::Delete, Key::Escape, Key::Z,
                             Key::Shift, Key::Ctrl, Key::Alt, Key::PadPlus, Key::PadMinus, Key::Plus, Key::Minus, 'A',
-                            0});
+                            kKeyY, 0});
 }
 
 int modifiers(Generator& g) { return g.rng.chance(0.6) ? 0 : g.rng.between(1, 7); }
@@ -116,7 +118,19 @@ Step makeKeyDown(Generator& g)
     return make("keydown", {double(code), double(shift)});
 }
 
-void runKeyDown(World& w, const Step& s) { mapKeyDown(w.editor, s.whole(0), s.whole(1)); }
+void runKeyDown(World& w, const Step& s)
+{
+    // The Edit menu's shortcuts take their keys before the map sees them:
+    // Ctrl+Z undoes, Ctrl+Y and Ctrl+Shift+Z redo.
+    const int code = s.whole(0);
+    const int shift = s.whole(1);
+    if (code == Key::Z && shift == kCtrlMask)
+        undoEdit(w.editor);
+    else if ((code == Key::Z && shift == (kCtrlMask | kShiftMask)) || (code == kKeyY && shift == kCtrlMask))
+        redoEdit(w.editor);
+    else
+        mapKeyDown(w.editor, code, shift);
+}
 
 Step makeKeyUp(Generator& g) { return make("keyup", {double(keyCode(g)), double(modifiers(g))}); }
 
@@ -160,10 +174,22 @@ void runSwatch(World& w, const Step& s) { swatchPressed(w.editor, s.whole(0) % k
 
 Step makeColourStrip(Generator& g)
 {
-    return make("colour_strip", {double(g.rng.below(3)), double(g.heldButtons()), g.rng.range(-200, 1600)});
+    const int strip = g.rng.below(3);
+    if (g.rng.chance(0.5)) {
+        // A drag along the strip with the left button, and its release.
+        for (int i = g.rng.between(1, 8); i > 0; --i)
+            g.plan(make("colour_strip", {double(strip), double(kLeftButton), g.rng.range(-200, 1600)}));
+        g.plan(make("colour_strip_release"));
+        return make("colour_strip", {double(strip), double(kLeftButton), g.rng.range(-200, 1600)});
+    }
+    return make("colour_strip", {double(strip), double(g.heldButtons()), g.rng.range(-200, 1600)});
 }
 
 void runColourStrip(World& w, const Step& s) { stripMouseMove(w.editor, s.whole(0) % 3, s.whole(1), s.single(2)); }
+
+Step makeColourStripRelease(Generator&) { return make("colour_strip_release"); }
+
+void runColourStripRelease(World& w, const Step&) { stripReleased(w.editor); }
 
 Step makeColourTyped(Generator& g) { return make("colour_typed", {double(g.rng.below(3))}, {g.typedNumber()}); }
 
@@ -192,31 +218,31 @@ Step makeToggle(const char* kind, Generator& g, bool current, bool usual, int in
 Step makeUnderlayButton(Generator& g) { return make("underlay_button", {double(g.rng.below(3))}); }
 void runUnderlayButton(World& w, const Step& s) { backgroundButtonClicked(w.editor, s.whole(0) % 3); }
 
-Step makeAspect(Generator& g) { return makeToggle("aspect", g, g.world.editor.underlay.aspectChecked, true); }
+Step makeAspect(Generator& g) { return makeToggle("aspect", g, g.world().editor.underlay.aspectChecked, true); }
 void runAspect(World& w, const Step& s) { w.editor.underlay.aspectChecked = s.whole(1) != 0; }
 
-Step makeInvert(Generator& g) { return makeToggle("invert", g, g.world.editor.display.invertChecked, true); }
+Step makeInvert(Generator& g) { return makeToggle("invert", g, g.world().editor.display.invertChecked, true); }
 void runInvert(World& w, const Step& s)
 {
     w.editor.display.invertChecked = s.whole(1) != 0;
     chkInvertClicked(w.editor);
 }
 
-Step makeShowLabels(Generator& g) { return makeToggle("show_labels", g, g.world.editor.display.labelsChecked, true); }
+Step makeShowLabels(Generator& g) { return makeToggle("show_labels", g, g.world().editor.display.labelsChecked, true); }
 void runShowLabels(World& w, const Step& s)
 {
     w.editor.display.labelsChecked = s.whole(1) != 0;
     chkLabelsClicked(w.editor);
 }
 
-Step makeShowLines(Generator& g) { return makeToggle("show_lines", g, g.world.editor.display.linesChecked, true); }
+Step makeShowLines(Generator& g) { return makeToggle("show_lines", g, g.world().editor.display.linesChecked, true); }
 void runShowLines(World& w, const Step& s)
 {
     w.editor.display.linesChecked = s.whole(1) != 0;
     chkLinesClicked(w.editor);
 }
 
-Step makeFlash(Generator& g) { return makeToggle("flash", g, g.world.editor.display.flashChecked, true); }
+Step makeFlash(Generator& g) { return makeToggle("flash", g, g.world().editor.display.flashChecked, true); }
 void runFlash(World& w, const Step& s)
 {
     w.editor.display.flashChecked = s.whole(1) != 0;
@@ -226,7 +252,7 @@ void runFlash(World& w, const Step& s)
 Step makeLayerCheck(Generator& g)
 {
     const int n = g.rng.below(kLayerCount);
-    const bool shown = g.world.editor.layers.checked[std::size_t(n)];
+    const bool shown = g.world().editor.layers.checked[std::size_t(n)];
     return makeToggle("layer_check", g, shown, !shown, n);
 }
 void runLayerCheck(World& w, const Step& s)
@@ -239,7 +265,7 @@ void runLayerCheck(World& w, const Step& s)
 Step makeLayerMarker(Generator& g) { return make("layer_marker", {double(g.rng.below(kLayerCount))}); }
 void runLayerMarker(World& w, const Step& s) { activeMarkerClicked(w.editor, layerOf(s, 0)); }
 
-Step makeHeightCheck(Generator& g) { return makeToggle("height_check", g, g.world.editor.display.heightChecked, false); }
+Step makeHeightCheck(Generator& g) { return makeToggle("height_check", g, g.world().editor.display.heightChecked, false); }
 void runHeightCheck(World& w, const Step& s)
 {
     w.editor.display.heightChecked = s.whole(1) != 0;
@@ -253,7 +279,7 @@ void runHeightRange(World& w, const Step& s)
     chkHeightMouseDown(w.editor, kRightButton);
 }
 
-Step makeStereo(Generator& g) { return makeToggle("stereo", g, g.world.editor.display.stereoChecked, false); }
+Step makeStereo(Generator& g) { return makeToggle("stereo", g, g.world().editor.display.stereoChecked, false); }
 void runStereo(World& w, const Step& s)
 {
     w.editor.display.stereoChecked = s.whole(1) != 0;
@@ -295,8 +321,8 @@ Step makeIntersect(Generator& g)
     // clear the selection, a click on each of two lines, then the menu.
     // The lines are ones whose middle no other line passes near, as a user
     // would pick them to be sure of the click.
-    const MapDocument& doc = g.world.editor.doc;
-    const View& view = g.world.editor.view;
+    const MapDocument& doc = g.world().editor.doc;
+    const View& view = g.world().editor.view;
     std::vector<SurfacePoint> clicks;
     for (int tries = 0; tries < 40 && clicks.size() < 2 && doc.lineCount() >= 2; ++tries) {
         const MapLine& line = doc.lines()[std::size_t(g.rng.bits() % doc.lineCount())];
@@ -330,29 +356,36 @@ void runFindLabel(World& w, const Step& s)
     findLabels(w.editor);
 }
 
+// The progress report of a load at which the window's end timer fires, as it
+// does when the window was closed just before; mostly none.
+double endReport(Generator& g) { return g.rng.chance(0.03) ? g.rng.between(1, 2) : 0; }
+
 Step makeLoad(Generator& g)
 {
     // A long load may be cancelled at one of its progress reports.
-    return make("load", {double(g.rng.below(kLayerCount)), double(g.rng.chance(0.1) ? g.rng.between(1, 3) : 0)},
+    return make("load", {double(g.rng.below(kLayerCount)), double(g.rng.chance(0.1) ? g.rng.between(1, 3) : 0), endReport(g)},
                 {g.mapRecipe()});
 }
 void runLoad(World& w, const Step& s)
 {
     answerWith(w, s);
     w.progress.cancelAt = s.whole(1);
+    w.progress.endAt = s.whole(2);
     loadLayerFromMenu(w.editor, std::int16_t(layerOf(s, 0)));
     w.progress.cancelAt = 0;
+    w.progress.endAt = 0;
 }
 
 Step makeDrop(Generator& g)
 {
-    Step step = make("drop");
+    Step step = make("drop", {endReport(g)});
     for (int i = g.rng.between(1, 3); i > 0; --i)
         step.texts.push_back(g.mapRecipe());
     return step;
 }
 void runDrop(World& w, const Step& s)
 {
+    w.progress.endAt = s.whole(0);
     QStringList paths;
     for (const QString& recipe : s.texts) {
         const QString path = makeFile(w.folder, recipe);
@@ -361,6 +394,7 @@ void runDrop(World& w, const Step& s)
     }
     if (!paths.isEmpty())
         dropFiles(w.editor, paths);
+    w.progress.endAt = 0;
 }
 
 Step makeUnderlayOpen(Generator& g) { return make("underlay_open", {}, {g.pictureRecipe()}); }
@@ -395,7 +429,13 @@ void runAbout(World& w, const Step&) { showAbout(w.editor); }
 Step makeReadme(Generator&) { return make("readme"); }
 void runReadme(World& w, const Step&) { showReadme(w.editor); }
 
-Step makeExit(Generator&) { return make("exit"); }
+Step makeExit(Generator& g)
+{
+    // The program ends two ticks after Exit, unless the run goes on in between.
+    if (g.rng.chance(0.5))
+        g.plan(makeEnd(g));
+    return make("exit");
+}
 void runExit(World& w, const Step&)
 {
     // Exit starts the shutdown; its first tick lets the wheel go. The second
@@ -455,6 +495,7 @@ const std::vector<StepKind> kKinds = {
     {"fit", 80, true, makeFit, runFit},
     {"swatch", 120, true, makeSwatch, runSwatch},
     {"colour_strip", 120, true, makeColourStrip, runColourStrip},
+    {"colour_strip_release", 16, true, makeColourStripRelease, runColourStripRelease},
     {"colour_typed", 60, false, makeColourTyped, runColourTyped},
     {"background_swatch", 32, true, makeBackgroundSwatch, runBackgroundSwatch},
     {"underlay_button", 40, true, makeUnderlayButton, runUnderlayButton},
@@ -485,6 +526,12 @@ const std::vector<StepKind> kKinds = {
     {"frame", 400, false, makeFrame, runFrame},
     {"resize", 24, true, makeResize, runResize},
     {"changed_elsewhere", 20, false, makeChangedElsewhere, runChangedElsewhere},
+    {"undo", 30, true, makeUndo, runUndo},
+    {"redo", 10, true, makeRedo, runRedo},
+    {"clock", 60, false, makeClock, runClock},
+    {"end", 6, true, makeEnd, runEnd},
+    {"recover", 12, true, makeRecover, runRecover},
+    {"export", 10, false, makeExport, runExport},
 };
 
 void runStart(World& w, const Step& s)
@@ -493,12 +540,17 @@ void runStart(World& w, const Step& s)
     // defaults are set, the window takes its size, then it shows itself.
     for (int i = 0; i < kPresetCount && i < int(s.texts.size()); ++i)
         w.settings.save(QStringLiteral("colorPresets"), QString::number(i), s.texts[std::size_t(i)]);
-    startUp(w.editor);
-    layoutWindow(w.editor, s.single(0), s.single(1));
-    finishStartUp(w.editor);
+    startProgram(w, QSizeF(s.number(0), s.number(1)));
 }
 
 } // namespace
+
+void startProgram(World& world, QSizeF window)
+{
+    startUp(world.editor);
+    layoutWindow(world.editor, float(window.width()), float(window.height()));
+    finishStartUp(world.editor);
+}
 
 const std::vector<StepKind>& stepKinds() { return kKinds; }
 

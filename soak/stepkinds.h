@@ -2,6 +2,8 @@
 
 #include "soak/step.h"
 
+#include <QSizeF>
+
 #include <string_view>
 #include <vector>
 
@@ -30,6 +32,10 @@ const StepKind* findStepKind(std::string_view name);
 // The first step of every run: the window's start-up at a size, with presets
 // in the settings store.
 Step startStep(Generator& generator);
+
+// The window's start-up, with the settings as the store holds them, in a
+// window of the given outer size (twips).
+void startProgram(World& world, QSizeF window);
 
 // Runs a step as the window would hand it over: the handler, then the frame
 // marked as changed.

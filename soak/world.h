@@ -1,16 +1,22 @@
 #pragma once
 
 #include "editor/editor.h"
+#include "editor/recovery.h"
 #include "editor/renderloop.h"
 #include "platform/qimagesurface.h"
 #include "platform/picturedialog.h"
+#include "platform/recoveryplace.h"
 #include "platform/services.h"
 #include "platform/settingsstore.h"
 
+#include <QSizeF>
 #include <QString>
 
 #include <deque>
 #include <functional>
+#include <map>
+#include <optional>
+#include <string>
 
 namespace plotwell::soak {
 
@@ -37,6 +43,8 @@ public:
     SoakFileDialog(Answers& answers, const QString& folder) : m_answers(answers), m_folder(folder) {}
     bool showOpen() override { return show(); }
     bool showSave() override { return show(); }
+    // The path of the last file chosen.
+    QString chosen;
 
 private:
     bool show();
@@ -86,38 +94,85 @@ private:
     QString m_folder;
 };
 
-// The export dialog: cancelled unless a step has set what to answer.
+// The export dialog: cancelled unless a step has set what to answer, with
+// the options the step has set.
 class SoakPictureDialog : public PictureDialog {
 public:
     bool accept = false;
     bool show(QSize, bool) override { return accept; }
 };
 
-// Cancels a load at the given report (0: never).
+// The folder the recovery copies are kept in, and the soak's own clock,
+// which only the steps move.
+class SoakRecoveryPlace : public RecoveryPlace {
+public:
+    explicit SoakRecoveryPlace(const QString& folder) : m_folder(folder) {}
+    QString folder() const override { return m_folder; }
+    qint64 msecsNow() const override { return now; }
+    qint64 now = 0;
+
+private:
+    QString m_folder;
+};
+
+// A layer with unsaved edits when the program ended: what recovering it
+// must bring back.
+struct LeftLayer {
+    std::string text; // as saving writes it
+    QString file;
+};
+
+// What outlives one run of the program: the user's settings, the recovery
+// folder with its clock, and what the copies there must hold.
+struct Machine {
+    explicit Machine(const QString& recoveryFolder) : recoveryPlace(recoveryFolder) {}
+    MemorySettingsStore settings;
+    SoakRecoveryPlace recoveryPlace;
+    std::map<int, LeftLayer> left; // by layer, from every run not recovered yet
+};
+
+// Cancels a load at the given report (0: never). The window's progress
+// dialog lets events run at each report, and while it shows only the
+// timers reach the program: the end timer fires at report endAt (0: never).
 class SoakProgress : public Progress {
 public:
     int cancelAt = 0;
+    int endAt = 0;
+    std::function<void()> endTimer;
     void begin(const QString&) override { m_reports = 0; }
-    bool advance(qint64, qint64) override { return ++m_reports != cancelAt; }
+    bool advance(qint64, qint64) override
+    {
+        if (++m_reports == endAt) {
+            endAt = 0;
+            endTimer();
+        }
+        return m_reports != cancelAt;
+    }
     void end() override {}
 
 private:
     int m_reports = 0;
 };
 
-// An editor as the window holds it, with services that answer as the steps
-// say and keep every file in one folder of the run's own. It draws on a real
-// image surface, so that drawing is tried as the window does it.
+// One run of the program: an editor as the window holds it, with services
+// that answer as the steps say and keep every file in one folder of the
+// run's own, and the keeper of recovery copies. It draws on a real image
+// surface, so that drawing is tried as the window does it.
 class World {
 public:
-    explicit World(const QString& folder);
+    World(const QString& folder, Machine& machine);
+
+    // The window was closed: the shutdown timer ticks until the program has
+    // ended, which it does once no handler runs (see Session::startAgain).
+    void closeWindow();
 
     const QString folder;
+    Machine& machine;
     Answers answers;
     QImageSurface surface;
     SoakFileDialog fileDialog;
     SoakDialogs dialogs;
-    MemorySettingsStore settings;
+    MemorySettingsStore& settings;
     SoakEventPump events;
     SoakClipboard clipboard;
     SoakLauncher launcher;
@@ -125,7 +180,12 @@ public:
     SoakPictureDialog pictureDialog;
     Editor editor;
     RenderLoop loop;
+    RecoveryKeeper recovery;
     int focusRequests = 0;
+    // The window size of the program started once this one has ended.
+    QSizeF nextWindow{15000, 10000};
+    // What a step found broken that only it can tell.
+    std::optional<std::string> fault;
 };
 
 } // namespace plotwell::soak
