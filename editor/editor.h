@@ -66,10 +66,11 @@ public:
     // Gives the keyboard focus to the map surface; set by the window.
     std::function<void()> focusMap = [] {};
     // Runs a handler that the core starts itself (a change of the followed
-    // log), as the window runs those of its controls. The window skips it
+    // log), which draws what it changes and returns whether it changed
+    // anything; the window then shows the new state. The window skips it
     // while another handler runs or a dialog is open; such a handler must
     // find its work again on its next call.
-    std::function<void(const std::function<void()>&)> runEventHandler = [](const std::function<void()>& handler) {
+    std::function<void(const std::function<bool()>&)> runEventHandler = [](const std::function<bool()>& handler) {
         handler();
     };
 };

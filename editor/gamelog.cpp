@@ -85,7 +85,7 @@ void followGameLog(Editor& editor, const QString& path)
     GameLogFollower& follower = editor.follower;
     follower.tail = std::make_unique<FileTail>(path);
     follower.watch = std::make_unique<FileWatch>(
-        path, [&editor] { editor.runEventHandler([&editor] { pollGameLog(editor); }); }, follower.useSystemWatch);
+        path, [&editor] { editor.runEventHandler([&editor] { return pollGameLog(editor); }); }, follower.useSystemWatch);
 }
 
 void stopFollowing(Editor& editor)

@@ -74,9 +74,16 @@ MainWindow::MainWindow()
     m_editor.focusMap = [this] { m_controls.map->setFocus(Qt::OtherFocusReason); };
     // Like the frames, the core's own handlers wait for the one running and
     // for an open dialog; they find their work again on their next call.
-    m_editor.runEventHandler = [this](const std::function<void()>& handler) {
-        if (m_handlersRunning == 0 && !QApplication::activeModalWidget())
-            handle(handler);
+    // They draw what they change themselves: a poll of the game's log that
+    // finds nothing new costs no frame.
+    m_editor.runEventHandler = [this](const std::function<bool()>& handler) {
+        if (m_handlersRunning > 0 || QApplication::activeModalWidget())
+            return;
+        ++m_handlersRunning;
+        const bool changed = handler();
+        --m_handlersRunning;
+        if (changed)
+            syncControls();
     };
     m_surface.onRefresh = [this] { m_controls.map->update(); };
     buildMenus();
