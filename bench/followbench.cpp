@@ -28,11 +28,12 @@ void runFor(int ms)
     loop.exec();
 }
 
-// The marker's centre pixel in the map's image: the cross passes through it.
+// A pixel of the marker's right arm in the map's image.
 bool markerShownAt(MainWindow& window, SurfacePoint centre)
 {
     const QImage& image = window.mapImage();
-    const QPoint pixel(int(centre.x / 15), int(centre.y / 15));
+    const float arm = (PlayerMarker::kArmFrom + PlayerMarker::kArmTo) / 2;
+    const QPoint pixel(int((centre.x + arm) / 15), int(centre.y / 15));
     return image.rect().contains(pixel) && image.pixel(pixel) == qRgb(255, 0, 255);
 }
 

@@ -10,7 +10,8 @@ constexpr int kRingSegments = 24;
 void drawShape(DrawingSurface& surface, SurfacePoint c)
 {
     constexpr float r = PlayerMarker::kRingRadius;
-    constexpr float arm = PlayerMarker::kArm;
+    constexpr float from = PlayerMarker::kArmFrom;
+    constexpr float to = PlayerMarker::kArmTo;
     constexpr double kStep = 2 * 3.14159265358979323846 / kRingSegments;
     float px = c.x + r;
     float py = c.y;
@@ -21,8 +22,10 @@ void drawShape(DrawingSurface& surface, SurfacePoint c)
         px = nx;
         py = ny;
     }
-    surface.line(c.x - arm, c.y, c.x + arm, c.y);
-    surface.line(c.x, c.y - arm, c.x, c.y + arm);
+    surface.line(c.x - to, c.y, c.x - from, c.y);
+    surface.line(c.x + from, c.y, c.x + to, c.y);
+    surface.line(c.x, c.y - to, c.x, c.y - from);
+    surface.line(c.x, c.y + from, c.x, c.y + to);
 }
 
 } // namespace

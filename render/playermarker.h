@@ -20,10 +20,13 @@ struct PlayerMarker {
     // the scale.
     static constexpr ColorRGB kColour{255, 0, 255};
     static constexpr ColorRGB kOutline = kBlack;
-    static constexpr float kRingRadius = 8 * 15; // twips
-    static constexpr float kArm = 14 * 15;       // twips from the centre to each end of the cross
-    static constexpr int kWidth = 3;             // pixels
-    static constexpr int kOutlineWidth = 7;
+    // The cross's four arms leave the centre open, so that the map at the
+    // player's very place stays in sight.
+    static constexpr float kRingRadius = 9 * 15; // twips
+    static constexpr float kArmFrom = 4 * 15;    // twips from the centre
+    static constexpr float kArmTo = 15 * 15;
+    static constexpr int kWidth = 3; // pixels
+    static constexpr int kOutlineWidth = 5;
 };
 
 // The marker's centre on the surface, from its world point and the view.
