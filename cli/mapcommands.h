@@ -27,7 +27,8 @@ int checkFiles(const QStringList& paths, std::FILE* out);
 
 // Reads in as one layer the way the editor loads it and writes out the way
 // the editor saves that layer. Problems go to err. An input that holds NUL
-// bytes is not a map text file, and nothing is written for it.
+// bytes is not a map text file, and nothing is written for it; a read-only
+// output is not replaced.
 int normalizeFile(const QString& in, const QString& out, std::FILE* err);
 
 // For each file, the check line, then the range of x, y and z over every

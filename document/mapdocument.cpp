@@ -86,8 +86,10 @@ RecordError MapDocument::addLabel(std::string_view text, std::int16_t& layer, fl
         return error;
     if (fields.done())
         return std::string(missing);
-    // The text ends at the next comma; whatever follows is dropped.
-    label.text = toLabelText(fields.text());
+    // The text ends at the next comma, and at a line break, which would end
+    // the record in the file; whatever follows is dropped.
+    const std::string_view field = fields.text();
+    label.text = toLabelText(field.substr(0, field.find_first_of("\r\n")));
     label.layer = layer;
     scalePoint(label.pos, scale);
     m_labels.push_back(std::move(label));

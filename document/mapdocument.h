@@ -38,7 +38,9 @@ public:
 
     // Append one record from the text after its "L " or "P " prefix. A layer of
     // 0 means the active layer, and the caller's variable is given that layer.
-    // The new points are scaled by scale. Nothing is appended on an error.
+    // The new points are scaled by scale. Nothing is appended on an error. A
+    // label's text ends at a comma or a line break: no record holds what a
+    // map file could not read back.
     RecordError addLine(std::string_view text, std::int16_t& layer, float scale);
     RecordError addLabel(std::string_view text, std::int16_t& layer, float scale);
 
@@ -57,6 +59,8 @@ public:
     void clearSelection();
     // True while any line or label is selected.
     bool hasSelection() const { return m_selected > 0; }
+    // How many lines and labels are selected, as the document keeps count.
+    std::size_t selectedCount() const { return m_selected; }
 
     // Sets sx, sy of every point for a new scale.
     void rescale(float scale);

@@ -27,7 +27,7 @@ void swatchPressed(Editor& editor, int index, int button)
     if (button == kLeftButton) {
         palette.activeColor = palette.presetColors[i];
         applyActiveColor(editor);
-    } else {
+    } else if (button == kRightButton || button == kMiddleButton) {
         palette.presetColors[i] = palette.activeColor;
         palette.swatchColors[i] = palette.presetColors[i];
         saveColorPresets(palette, editor.services.settings);

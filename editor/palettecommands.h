@@ -5,8 +5,9 @@ namespace plotwell {
 class Editor;
 
 // A press on preset swatch index: the left button takes its colour as the
-// active colour, any other stores the active colour in it and saves the
-// presets. The map gets the keyboard focus back.
+// active colour, the right or the middle one stores the active colour in it
+// and saves the presets; other buttons (back, forward) change nothing. The
+// map gets the keyboard focus back.
 void swatchPressed(Editor& editor, int index, int button);
 // The mouse moved over colour strip index (0 red, 1 green, 2 blue) at x
 // twips; with the left button held it sets that channel.

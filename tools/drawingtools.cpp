@@ -88,11 +88,21 @@ void LabelTool::press(Editor&, SurfacePoint p)
     ++m_box.opened;
 }
 
-void LabelTool::commitCaption(Editor& editor, const QString& text)
+QString LabelTool::firstLine(const QString& text)
+{
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text.at(i) == QLatin1Char('\r') || text.at(i) == QLatin1Char('\n'))
+            return text.left(i);
+    }
+    return text;
+}
+
+void LabelTool::commitCaption(Editor& editor, const QString& typed)
 {
     // Anchored where the box was opened.
     const MapPoint at = toWorld(editor.view, m_box.left, m_box.top);
     m_box.visible = false;
+    const QString text = firstLine(typed);
     if (text.isEmpty() || text.toLower() == newLabelText().toLower())
         return;
     // Characters the map file's code page cannot hold become "?".

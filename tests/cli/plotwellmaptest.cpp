@@ -12,6 +12,7 @@
 
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
+#include <unistd.h>
 #endif
 
 namespace {
@@ -84,9 +85,22 @@ TEST_F(PlotwellMap, NormalizeFailsWhenItCannotReadAllOrWrite)
     EXPECT_EQ(stops.status, 1);
     EXPECT_TRUE(stops.err.contains("stopped at line 2: fewer than nine fields")) << stops.err.toStdString();
     EXPECT_EQ(read(path("out.txt")), "L 1,2,3,4,5,6,7,8,9\r\n") << "what was read is written";
-    // Written over itself it would lose the unread lines, so it is left alone.
+    // Written over itself it would lose the unread lines, so it is left alone,
+    // under its own name or another that links to it.
     EXPECT_EQ(plotwellMap({"normalize", in, in}).status, 1);
     EXPECT_EQ(read(in), text);
+#ifdef Q_OS_UNIX
+    ASSERT_EQ(link(QFile::encodeName(in).constData(), QFile::encodeName(path("link.txt")).constData()), 0);
+    EXPECT_EQ(plotwellMap({"normalize", in, path("link.txt")}).status, 1);
+    EXPECT_EQ(read(path("link.txt")), text);
+#endif
+    // A file its owner may not write is not replaced, not even by root.
+    const QString locked = write("locked.txt", "L 9,9,9,9,9,9,9,9,9\r\n");
+    ASSERT_TRUE(QFile::setPermissions(locked, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+    const ToolRun readOnly = plotwellMap({"normalize", write("good.txt", kGoodMap), locked});
+    EXPECT_EQ(readOnly.status, 1);
+    EXPECT_TRUE(readOnly.err.contains("read-only")) << readOnly.err.toStdString();
+    EXPECT_EQ(read(locked), "L 9,9,9,9,9,9,9,9,9\r\n");
 
     const ToolRun noInput = plotwellMap({"normalize", path("none.txt"), path("new.txt")});
     EXPECT_EQ(noInput.status, 1);

@@ -99,6 +99,8 @@ TEST(MapDocument, RecordTextsAreReadFieldByFieldOrRefusedWhole)
         {false, "1,2,3,0,0,255,2,a  b", "0 0 255 2 a__b"},
         {false, "1,2,3,0,0,255,2,   ", "0 0 255 2 "},
         {false, "1,2,3,0,0,255,2,\tA B\t", "0 0 255 2 \tA_B\t"}, // only blanks count
+        {false, "1,2,3,0,0,255,2,Tower \r\nP 4,5,6,0,0,0,1,Two", "0 0 255 2 Tower"}, // no line break is stored
+        {false, "1,2,3,0,0,255,2,\nTwo", "0 0 255 2 "},
         {false, "1,2,3,0,0,0,40000,Here", nullptr},
         {false, "1,2,3,0,0,256,1,Here", nullptr},
         {false, "1,2,3,0,0,0,1", nullptr},

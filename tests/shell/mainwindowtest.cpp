@@ -167,7 +167,10 @@ TEST(MainWindow, TheMapForwardsKeysAndMouseToTheEditor)
     // The Pan icon is raised once chosen; a drag then moves the view, in twips.
     QMouseEvent choose(QEvent::MouseButtonPress, QPointF(3, 3), QPointF(3, 3), Qt::LeftButton, Qt::LeftButton,
                        Qt::NoModifier);
+    QMouseEvent chosen(QEvent::MouseButtonRelease, QPointF(3, 3), QPointF(3, 3), Qt::LeftButton, Qt::NoButton,
+                       Qt::NoModifier);
     QCoreApplication::sendEvent(window.controls().imgTool[1], &choose);
+    QCoreApplication::sendEvent(window.controls().imgTool[1], &chosen);
     EXPECT_EQ(window.controls().imgTool[1]->frameShadow(), QFrame::Raised);
     EXPECT_EQ(window.controls().imgTool[0]->frameShadow(), QFrame::Plain);
     EXPECT_EQ(map->cursor().shape(), Qt::SizeAllCursor);
@@ -178,6 +181,41 @@ TEST(MainWindow, TheMapForwardsKeysAndMouseToTheEditor)
     QCoreApplication::sendEvent(map, &move);
     EXPECT_EQ(window.editor().view.offsetX, 500.0f + 20 * 15);
     EXPECT_EQ(window.editor().view.offsetY, 4.0f * 15);
+}
+
+TEST(MainWindow, IconsAndMarkersTakeALeftClickAndStripsHandTheFocusBack)
+{
+    MainWindow window;
+    window.show();
+    const Controls& c = window.controls();
+    const Editor& e = window.editor();
+    const auto mouse = [](QWidget* target, QEvent::Type type, Qt::MouseButton button, QPointF at = {3, 3}) {
+        const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
+        QMouseEvent event(type, at, target->mapToGlobal(at), button, held, Qt::NoModifier);
+        QCoreApplication::sendEvent(target, &event);
+    };
+    for (QWidget* target : {static_cast<QWidget*>(c.imgTool[2]), static_cast<QWidget*>(c.lbActiveLayer[3])}) {
+        for (const Qt::MouseButton other : {Qt::RightButton, Qt::MiddleButton, Qt::BackButton}) {
+            mouse(target, QEvent::MouseButtonPress, other);
+            mouse(target, QEvent::MouseButtonRelease, other);
+        }
+        // Pressed, then let go outside: no click.
+        mouse(target, QEvent::MouseButtonPress, Qt::LeftButton);
+        mouse(target, QEvent::MouseButtonRelease, Qt::LeftButton, {-40, 3});
+        mouse(target, QEvent::MouseButtonPress, Qt::LeftButton);
+    }
+    EXPECT_EQ(e.tools.current(), ToolId::Pointer);
+    EXPECT_EQ(e.doc.activeLayer, 0);
+    mouse(c.imgTool[2], QEvent::MouseButtonRelease, Qt::LeftButton);
+    mouse(c.lbActiveLayer[3], QEvent::MouseButtonRelease, Qt::LeftButton);
+    EXPECT_EQ(e.tools.current(), ToolId::Select);
+    EXPECT_EQ(e.doc.activeLayer, 3);
+
+    // Passing over a colour strip with no button held gives the map the keys.
+    c.chkLines->setFocus();
+    ASSERT_EQ(window.focusWidget(), c.chkLines);
+    mouse(c.sldColor[1], QEvent::MouseMove, Qt::NoButton);
+    EXPECT_EQ(window.focusWidget(), c.map);
 }
 
 TEST(MainWindow, TheWheelZoomsOncePerNotchUntilShutdownLetsItGo)
@@ -245,7 +283,7 @@ TEST(MainWindow, TheEditMenuAndItsKeysUndoAndRedo)
     const Controls& c = window.controls();
     EXPECT_FALSE(c.mnuUndo->isEnabled() || c.mnuRedo->isEnabled());
 
-    leftPress(c.imgTool[3], {3, 3}); // the Line tool: two clicks make a line
+    QTest::mouseClick(c.imgTool[3], Qt::LeftButton, {}, {3, 3}); // the Line tool: two clicks make a line
     leftPress(c.map, {10, 10});
     leftPress(c.map, {50, 40});
     EXPECT_TRUE(c.mnuUndo->isEnabled());
@@ -275,7 +313,7 @@ TEST(MainWindow, EditsNotSavedWhenTheProgramEndsAreRecoveredInTheNextRun)
         MainWindow window;
         window.ended = [] {};
         window.openFiles({path});
-        leftPress(window.controls().imgTool[3], {3, 3});
+        QTest::mouseClick(window.controls().imgTool[3], Qt::LeftButton, {}, {3, 3});
         leftPress(window.controls().map, {10, 10});
         leftPress(window.controls().map, {50, 40});
         edited = formatLayer(window.editor().doc, 0);
