@@ -13,6 +13,7 @@
 #include "editor/windowlayout.h"
 #include "soak/files.h"
 #include "soak/generator.h"
+#include "soak/logsteps.h"
 #include "soak/world.h"
 #include "tools/intersection.h"
 #include "tools/selection.h"
@@ -485,6 +486,10 @@ const std::vector<StepKind> kKinds = {
     {"frame", 400, false, makeFrame, runFrame},
     {"resize", 24, true, makeResize, runResize},
     {"changed_elsewhere", 20, false, makeChangedElsewhere, runChangedElsewhere},
+    {"follow_log", 12, false, makeFollowLog, runFollowLog},
+    {"record_path", 16, true, makeRecordPath, runRecordPath},
+    {"stop_following", 4, true, makeStopFollowing, runStopFollowing},
+    {"log_line", 100, true, makeLogLine, runLogLine},
 };
 
 void runStart(World& w, const Step& s)
