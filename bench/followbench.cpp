@@ -2,6 +2,7 @@
 #include "bench/mapgen.h"
 
 #include "editor/gamelog.h"
+#include "platform/filewatch.h"
 #include "shell/widgets/mainwindow.h"
 
 #include <QElapsedTimer>

@@ -4,6 +4,8 @@
 #include "editor/edits.h"
 #include "editor/editor.h"
 #include "editor/maploading.h"
+#include "platform/filetail.h"
+#include "platform/filewatch.h"
 #include "tools/gameloc.h"
 #include "tools/recordtext.h"
 #include "view/viewcontrol.h"
@@ -65,6 +67,9 @@ void moveTo(Editor& editor, const MapPoint& loc)
 }
 
 } // namespace
+
+GameLogFollower::GameLogFollower() = default;
+GameLogFollower::~GameLogFollower() = default;
 
 void followGameLogFromMenu(Editor& editor)
 {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/filetail.h"
-#include "platform/filewatch.h"
 #include "platform/linesplitter.h"
 #include "render/playermarker.h"
 
@@ -12,12 +10,19 @@
 namespace plotwell {
 
 class Editor;
+class FileTail;
+class FileWatch;
 
 // Mapping from the game: the game writes every message to its log file
 // (after /log), and each answer to /loc moves the player's marker over the
 // map and puts the height in the current Z. With Record Path on, the walk
 // from one location to the next is drawn as lines.
 struct GameLogFollower {
+    GameLogFollower();
+    ~GameLogFollower();
+    GameLogFollower(const GameLogFollower&) = delete;
+    GameLogFollower& operator=(const GameLogFollower&) = delete;
+
     // The log followed and how far it has been read; none while not following.
     std::unique_ptr<FileTail> tail;
     LineSplitter lines;
