@@ -47,8 +47,7 @@ void appendPathLine(Editor& editor, const MapPoint& from, const MapPoint& to)
 {
     std::int16_t layer = 0;
     const AppendMark mark = appendMark(editor.doc);
-    // A location near the single's limit may write as text beyond it; such a
-    // line is not appended.
+    // Every single writes as text that reads back, so the text always converts.
     editor.doc.addLine(lineRecordText(from, to, editor.palette.activeColor), layer, editor.view.currentScale);
     pushAppended(editor, mark, QStringLiteral("Path"));
 }
@@ -56,7 +55,8 @@ void appendPathLine(Editor& editor, const MapPoint& from, const MapPoint& to)
 void moveTo(Editor& editor, const MapPoint& loc)
 {
     PlayerMarker& marker = editor.follower.marker;
-    // Standing still (or turning) draws nothing: a line needs two places.
+    // A location at the same place on the map, whatever its height, draws
+    // nothing: a line needs two places.
     const bool moved = marker.at.x != loc.x || marker.at.y != loc.y;
     if (editor.follower.recordPath && marker.shown && moved)
         appendPathLine(editor, marker.at, loc);
