@@ -50,6 +50,8 @@ int main(int argc, char** argv)
         return runExportBench(args);
     if (which == QLatin1String("history"))
         return runHistoryBench(args);
+    if (which == QLatin1String("follow"))
+        return runFollowBench(args);
     std::fprintf(stderr,
                  "usage: plotwell-bench load  --lines N --labels M\n"
                  "       plotwell-bench frame --lines N --labels M --size WxH [--view fit|zoom4]\n"
@@ -58,6 +60,7 @@ int main(int argc, char** argv)
                  "       plotwell-bench draw --lines N\n"
                  "       plotwell-bench idle --lines N --labels M --seconds S\n"
                  "       plotwell-bench export --lines N --labels M [--side PIXELS]\n"
-                 "       plotwell-bench history --lines N\n");
+                 "       plotwell-bench history --lines N\n"
+                 "       plotwell-bench follow --lines N --labels M [--count C]\n");
     return 2;
 }

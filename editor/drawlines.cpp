@@ -11,7 +11,8 @@ void drawLines(Editor& editor, bool noSelected)
         return;
     DrawingSurface& surface = editor.services.surface;
     editor.selection.box.border = selectBoxColor(surface.backColor());
-    const FrameSource source{editor.doc, editor.view, editor.display, editor.layers.checked, editor.underlay};
+    const FrameSource source{editor.doc, editor.view, editor.display, editor.layers.checked, editor.underlay,
+                             &editor.follower.marker};
     drawFrame(surface, source, noSelected);
 }
 

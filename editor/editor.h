@@ -2,6 +2,7 @@
 
 #include "document/layercontrols.h"
 #include "editor/filestamp.h"
+#include "editor/gamelog.h"
 #include "editor/history.h"
 #include "document/mapdocument.h"
 #include "palette/palette.h"
@@ -51,6 +52,8 @@ public:
     Selection selection;
     Palette palette;
     ShellState shell;
+    // The game's log, followed for the player's location.
+    GameLogFollower follower;
 
     // While set, a frame draws nothing, so that what a tool drew straight on
     // the surface (the crosshair's text, the rubber band) stays.
@@ -65,6 +68,14 @@ public:
 
     // Gives the keyboard focus to the map surface; set by the window.
     std::function<void()> focusMap = [] {};
+    // Runs a handler that the core starts itself (a change of the followed
+    // log), which draws what it changes and returns whether it changed
+    // anything; the window then shows the new state. The window skips it
+    // while another handler runs or a dialog is open; such a handler must
+    // find its work again on its next call.
+    std::function<void(const std::function<bool()>&)> runEventHandler = [](const std::function<bool()>& handler) {
+        handler();
+    };
 };
 
 } // namespace plotwell

@@ -43,6 +43,8 @@ public:
     void clear() override;
     void setPenWidth(int pixels) override { m_penWidth = pixels < 1 ? 1 : pixels > 255 ? 255 : pixels; }
     void setPenColor(ColorRGB colour) override { m_pen = colour; }
+    int penWidth() const override { return m_penWidth; }
+    ColorRGB penColor() const override { return m_pen; }
     void setFillColor(ColorRGB colour) override { m_fill = colour; }
     void line(float x1, float y1, float x2, float y2) override;
     void circle(float cx, float cy, float radius, ColorRGB outline) override;

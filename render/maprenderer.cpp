@@ -91,6 +91,8 @@ void drawFrame(DrawingSurface& surface, const FrameSource& source, bool noSelect
         drawAllLines(surface, source, noSelected);
     if (source.display.showLabels)
         drawAllLabels(surface, source);
+    if (source.player)
+        drawPlayerMarker(surface, source.view, *source.player);
     surface.refresh();
 }
 

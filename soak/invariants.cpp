@@ -98,6 +98,10 @@ std::optional<std::string> brokenInvariant(const Editor& editor)
     }
     if (!(view.currentScale > 0))
         return "view: scale is " + singleToText(view.currentScale);
+    const PlayerMarker& marker = editor.follower.marker;
+    if (marker.shown && !(std::isfinite(marker.at.x) && std::isfinite(marker.at.y) && std::isfinite(marker.at.z)))
+        return "player's marker: at " + singleToText(marker.at.x) + "," + singleToText(marker.at.y) + ","
+            + singleToText(marker.at.z);
 
     const MapDocument& doc = editor.doc;
     if (doc.activeLayer < 0 || doc.activeLayer >= kLayerCount)

@@ -21,10 +21,10 @@ namespace {
 
 const char kUsage[] =
     "Runs the editor through random steps made from a seed: clicks, drags, keys, the wheel, the palette, typed\n"
-    "texts, menus, loading generated and hostile map files, saving. After every step it checks the view, the\n"
-    "selection and the records; every so many steps it saves every layer and loads it back. A failure, a crash\n"
-    "or a sanitizer report is cut down to a short sequence of steps that still fails, which is printed and\n"
-    "written to a file for --replay.";
+    "texts, menus, loading generated and hostile map files, saving, following a game log as it is written.\n"
+    "After every step it checks the view, the selection, the records and the player's marker; every so many\n"
+    "steps it saves every layer and loads it back. A failure, a crash or a sanitizer report is cut down to a\n"
+    "short sequence of steps that still fails, which is printed and written to a file for --replay.";
 
 // The statuses of a run.
 constexpr int kClean = 0;

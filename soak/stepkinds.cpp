@@ -14,6 +14,7 @@
 #include "editor/windowlayout.h"
 #include "soak/files.h"
 #include "soak/generator.h"
+#include "soak/logsteps.h"
 #include "soak/programsteps.h"
 #include "soak/world.h"
 #include "tools/intersection.h"
@@ -532,6 +533,10 @@ const std::vector<StepKind> kKinds = {
     {"end", 6, true, makeEnd, runEnd},
     {"recover", 12, true, makeRecover, runRecover},
     {"export", 10, false, makeExport, runExport},
+    {"follow_log", 12, false, makeFollowLog, runFollowLog},
+    {"record_path", 16, true, makeRecordPath, runRecordPath},
+    {"stop_following", 4, true, makeStopFollowing, runStopFollowing},
+    {"log_line", 100, true, makeLogLine, runLogLine},
 };
 
 void runStart(World& w, const Step& s)

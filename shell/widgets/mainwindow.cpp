@@ -72,6 +72,19 @@ MainWindow::MainWindow()
     m_controls.map = new MapArea(m_editor, m_surface.image(), client);
     m_controls.map->run = [this](const std::function<void()>& handler) { handle(handler); };
     m_editor.focusMap = [this] { m_controls.map->setFocus(Qt::OtherFocusReason); };
+    // Like the frames, the core's own handlers wait for the one running and
+    // for an open dialog; they find their work again on their next call.
+    // They draw what they change themselves: a poll of the game's log that
+    // finds nothing new costs no frame.
+    m_editor.runEventHandler = [this](const std::function<bool()>& handler) {
+        if (m_handlersRunning > 0 || QApplication::activeModalWidget())
+            return;
+        ++m_handlersRunning;
+        const bool changed = handler();
+        --m_handlersRunning;
+        if (changed)
+            syncControls();
+    };
     m_surface.onRefresh = [this] { m_controls.map->update(); };
     buildMenus();
     buildToolFrame();
@@ -311,6 +324,12 @@ void MainWindow::syncControls()
         action->setEnabled(enabled);
     }
     c.mnuRecover->setEnabled(m_recovery.canRecover());
+    const GameLogFollower& follower = m_editor.follower;
+    if (c.mnuFollowLog->isChecked() != follower.following())
+        c.mnuFollowLog->setChecked(follower.following());
+    if (c.mnuRecordPath->isChecked() != follower.recordPath)
+        c.mnuRecordPath->setChecked(follower.recordPath);
+    c.mnuStopFollowing->setEnabled(follower.following());
     c.map->syncOverlays();
 }
 

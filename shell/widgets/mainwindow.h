@@ -68,6 +68,9 @@ struct Controls {
     QAction* mnuRecover = nullptr;
     QAction* mnuUndo = nullptr;
     QAction* mnuRedo = nullptr;
+    QAction* mnuFollowLog = nullptr;
+    QAction* mnuRecordPath = nullptr;
+    QAction* mnuStopFollowing = nullptr;
 };
 
 // frmMain: the window. It builds the controls where the layout puts them,

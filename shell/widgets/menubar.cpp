@@ -1,4 +1,5 @@
 #include "editor/edits.h"
+#include "editor/gamelog.h"
 #include "editor/helpcommands.h"
 #include "editor/layercommands.h"
 #include "editor/maploading.h"
@@ -38,6 +39,16 @@ void MainWindow::buildMenus()
     QMenu* tools = menuBar()->addMenu(QStringLiteral("Tools"));
     tools->addAction(QStringLiteral("Plot Intersection"), this, [this] { handle([&] { plotIntersection(m_editor); }); });
     tools->addAction(QStringLiteral("Find Label by Keyword"), this, [this] { handle([&] { findLabels(m_editor); }); });
+    tools->addSeparator();
+    // Checked while a log is followed; chosen then, it stops.
+    m_controls.mnuFollowLog = tools->addAction(QStringLiteral("Follow Game Log..."), this,
+                                               [this] { handle([&] { followGameLogFromMenu(m_editor); }); });
+    m_controls.mnuFollowLog->setCheckable(true);
+    m_controls.mnuRecordPath = tools->addAction(QStringLiteral("Record Path"), this,
+                                                [this] { handle([&] { toggleRecordPath(m_editor); }); });
+    m_controls.mnuRecordPath->setCheckable(true);
+    m_controls.mnuStopFollowing = tools->addAction(QStringLiteral("Stop Following"), this,
+                                                   [this] { handle([&] { stopFollowing(m_editor); }); });
 
     QMenu* help = menuBar()->addMenu(QStringLiteral("Help"));
     help->addAction(QStringLiteral("Readme"), this, [this] { handle([&] { showReadme(m_editor); }); });
