@@ -61,7 +61,7 @@ Step Generator::next()
         if (at < kind.weight) {
             Step step = kind.make(*this);
             // Taken back at once, now and then, after whatever it brings.
-            if (oftenUndone(step) && rng.chance(0.15)) {
+            if (oftenUndone(step, world()) && rng.chance(0.15)) {
                 for (Step& undo : undoRun(*this))
                     plan(std::move(undo));
             }

@@ -67,7 +67,15 @@ void runFollowLog(World& w, const Step& s)
     followGameLogFromMenu(w.editor);
 }
 
-Step makeRecordPath(Generator&) { return Step{"record_path", {}, {}}; }
+Step makeRecordPath(Generator& g)
+{
+    // Switched on, it is mostly for a walk: the game writes a few locations.
+    if (!g.world().editor.follower.recordPath) {
+        for (int i = g.rng.between(0, 6); i > 0; --i)
+            g.plan(makeLogLine(g));
+    }
+    return Step{"record_path", {}, {}};
+}
 void runRecordPath(World& w, const Step&) { toggleRecordPath(w.editor); }
 
 Step makeStopFollowing(Generator&) { return Step{"stop_following", {}, {}}; }

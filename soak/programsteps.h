@@ -35,7 +35,7 @@ void runExport(World& w, const Step& s);
 // with Ctrl held on the map.
 std::vector<Step> undoRun(Generator& g);
 // Whether the step is an edit that users often take back at once.
-bool oftenUndone(const Step& step);
+bool oftenUndone(const Step& step, const World& w);
 
 // Takes note of the layers with unsaved edits of a program that has ended:
 // recovering them in a later run must bring them back as they were.
