@@ -21,10 +21,12 @@ namespace {
 
 const char kUsage[] =
     "Runs the editor through random steps made from a seed: clicks, drags, keys, the wheel, the palette, typed\n"
-    "texts, menus, loading generated and hostile map files, saving, following a game log as it is written.\n"
-    "After every step it checks the view, the selection, the records and the player's marker; every so many\n"
-    "steps it saves every layer and loads it back. A failure, a crash or a sanitizer report is cut down to a\n"
-    "short sequence of steps that still fails, which is printed and written to a file for --replay.";
+    "texts, menus, loading generated and hostile map files, saving, following a game log as it is written,\n"
+    "undo and redo, the program ended and its unsaved layers recovered, picture export. After every step it\n"
+    "checks the view, the selection, the records, the player's marker and the history; every so many steps it\n"
+    "saves every layer and loads it back, and undoes and redoes every edit. A failure, a crash or a sanitizer\n"
+    "report is cut down to a short sequence of steps that still fails, which is printed and written to a file\n"
+    "for --replay.";
 
 // The statuses of a run.
 constexpr int kClean = 0;
