@@ -71,7 +71,8 @@ MainWindow::MainWindow()
     m_controls.map = new MapArea(m_editor, m_surface.image(), client);
     m_controls.map->run = [this](const std::function<void()>& handler) { handle(handler); };
     m_editor.focusMap = [this] { m_controls.map->setFocus(Qt::OtherFocusReason); };
-    m_surface.onRefresh = [this] { m_controls.map->update(); };
+    // Only what changed is shown again: a flashing selection repaints its own records.
+    m_surface.onRefresh = [this](const QRegion& changed) { m_controls.map->update(changed); };
     buildMenus();
     buildToolFrame();
     buildOptionsFrame();
