@@ -6,6 +6,7 @@
 #include "palette/palette.h"
 #include "platform/services.h"
 #include "render/displayoptions.h"
+#include "render/mappicture.h"
 #include "render/underlaystate.h"
 #include "tools/selection.h"
 #include "tools/tooldispatch.h"
@@ -48,6 +49,9 @@ public:
     Selection selection;
     Palette palette;
     ShellState shell;
+
+    // The last picture of the map drawn, from which frames are composed.
+    MapPicture picture;
 
     // While set, a frame draws nothing, so that what a tool drew straight on
     // the surface (the crosshair's text, the rubber band) stays.

@@ -12,7 +12,7 @@ bool RenderLoop::tick(Editor& editor)
     if (m_drawnOnce)
         advanceFlash(editor.display);
     const bool flashing = editor.display.flashChecked && editor.doc.hasSelection();
-    if (m_drawnOnce && !editor.frameDirty && !flashing)
+    if (m_drawnOnce && !editor.frameDirty && !flashing && !editor.picture.settling())
         return false;
     drawLines(editor, false);
     editor.frameDirty = false;
