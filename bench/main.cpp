@@ -52,6 +52,6 @@ int main(int argc, char** argv)
                  "       plotwell-bench save  --lines N --labels M\n"
                  "       plotwell-bench hittest --lines N --labels M [--points P]\n"
                  "       plotwell-bench draw --lines N\n"
-                 "       plotwell-bench idle --lines N --labels M --seconds S\n");
+                 "       plotwell-bench idle --lines N --labels M --seconds S [--select K]\n");
     return 2;
 }
