@@ -165,11 +165,20 @@ void QImageSurface::usePen(ColorRGB colour, int width) const
 {
     if (m_painterPen.set && m_painterPen.colour == colour && m_painterPen.width == width)
         return;
-    // One pen object changed in place: building a new QPen for every line of a
-    // many-coloured map costs more than drawing the line.
-    m_qpen.setColor(toQColor(colour));
-    m_qpen.setWidth(width);
-    painter().setPen(m_qpen);
+    // A pen of each colour and width is made once: building a new one for
+    // every line of a many-coloured map, or changing one the painter shares,
+    // costs more than drawing the line.
+    const std::uint64_t key = std::uint64_t(colour.value()) | std::uint64_t(width) << 24;
+    auto it = m_pens.find(key);
+    if (it == m_pens.end()) {
+        if (m_pens.size() >= kMaxPens)
+            m_pens.clear();
+        QPen pen = m_qpen;
+        pen.setColor(toQColor(colour));
+        pen.setWidth(width);
+        it = m_pens.emplace(key, pen).first;
+    }
+    painter().setPen(it->second);
     m_painterPen = {colour, width, true};
 }
 

@@ -10,7 +10,9 @@
 #include <QPainter>
 #include <QPen>
 
+#include <cstdint>
 #include <functional>
+#include <unordered_map>
 #include <vector>
 
 namespace plotwell {
@@ -131,7 +133,9 @@ private:
     mutable QPainter m_painter;
     mutable PainterPen m_painterPen;
     mutable const QFont* m_painterFont = nullptr; // the cache's font the painter holds
-    mutable QPen m_qpen;
+    mutable QPen m_qpen; // square caps; the pattern of every pen
+    static constexpr std::size_t kMaxPens = 4096;
+    mutable std::unordered_map<std::uint64_t, QPen> m_pens;
     mutable std::vector<QLineF> m_lines; // consecutive lines of one pen, not yet drawn
     mutable ColorRGB m_linesColour;
     mutable int m_linesWidth = 1;
