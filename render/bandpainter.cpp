@@ -11,6 +11,53 @@ constexpr int kMaxBands = 4;
 // No band thinner than this many rows: a small surface is drawn at once.
 constexpr int kMinBandRows = 16;
 
+// A label's text takes about as long to draw as this many lines.
+constexpr double kLabelWeight = 8;
+
+// The rows that cut a picture of this size into bands of about equal work:
+// a line counts at the row of its middle and a label at its own row, when
+// that lies on the picture; cuts[i] is where band i starts, cuts[bands] the
+// height.
+std::vector<int> bandCuts(const FrameSource& source, QSize size, int bands)
+{
+    const int height = size.height();
+    std::vector<double> rows(std::size_t(height) + 1, 0);
+    const float right = float(size.width()) * 15, bottom = float(height) * 15;
+    const auto count = [&](float x, float y, double weight) {
+        if (x >= 0 && x < right && y >= 0 && y < bottom)
+            rows[std::size_t(y / 15)] += weight;
+    };
+    const View& view = source.view;
+    if (source.display.showLines) {
+        for (const MapLine& line : source.doc.lines()) {
+            if (lineShown(source, line))
+                count((line.p1.sx + line.p2.sx) / 2 + view.offsetX, (line.p1.sy + line.p2.sy) / 2 + view.offsetY, 1);
+        }
+    }
+    if (source.display.showLabels) {
+        for (const MapLabel& label : source.doc.labels()) {
+            if (labelShown(source, label))
+                count(label.pos.sx + view.offsetX, label.pos.sy + view.offsetY, kLabelWeight);
+        }
+    }
+    double total = 0;
+    for (double& r : rows)
+        total += r, r = total; // rows[y]: the work of rows 0..y
+    std::vector<int> cuts{0};
+    int y = 0;
+    for (int i = 1; i < bands; ++i) {
+        const double share = total * i / bands;
+        while (y < height - 1 && rows[std::size_t(y)] < share)
+            ++y;
+        if (total <= 0) // nothing to draw: even bands
+            y = height * i / bands;
+        y = std::clamp(y, cuts.back() + kMinBandRows, height - (bands - i) * kMinBandRows);
+        cuts.push_back(y);
+    }
+    cuts.push_back(height);
+    return cuts;
+}
+
 // One box of a surface cleared to the background, and the records that can
 // reach into it drawn.
 void paintPart(QImageSurface& surface, const FrameSource& source, const BandPainter::Start& start, const QRect& part)
@@ -53,9 +100,9 @@ void BandPainter::paintWhole(const FrameSource& source, const Start& start)
     const int height = first.image().height();
     const int width = first.image().width();
     const int bands = std::clamp(height / kMinBandRows, 1, m_bands);
+    const std::vector<int> cuts = bands > 1 ? bandCuts(source, first.image().size(), bands) : std::vector<int>{0, height};
     const auto band = [&](int i) {
-        const int top = height * i / bands;
-        return QRect(0, top, width, height * (i + 1) / bands - top);
+        return QRect(0, cuts[std::size_t(i)], width, cuts[std::size_t(i) + 1] - cuts[std::size_t(i)]);
     };
     addWorkers(std::size_t(bands - 1));
     for (int i = 1; i < bands; ++i) {
