@@ -165,20 +165,19 @@ void QImageSurface::usePen(ColorRGB colour, int width) const
 {
     if (m_painterPen.set && m_painterPen.colour == colour && m_painterPen.width == width)
         return;
-    // A pen of each colour and width is made once: building a new one for
-    // every line of a many-coloured map, or changing one the painter shares,
-    // costs more than drawing the line.
-    const std::uint64_t key = std::uint64_t(colour.value()) | std::uint64_t(width) << 24;
-    auto it = m_pens.find(key);
-    if (it == m_pens.end()) {
-        if (m_pens.size() >= kMaxPens)
-            m_pens.clear();
-        QPen pen = m_qpen;
-        pen.setColor(toQColor(colour));
-        pen.setWidth(width);
-        it = m_pens.emplace(key, pen).first;
+    // A pen of each colour and width is made once and kept in a slot of its
+    // own: building a new one for every line of a many-coloured map, or
+    // changing one the painter shares, costs more than drawing the line.
+    const std::uint32_t key = colour.value() | std::uint32_t(width) << 24;
+    PenSlot& slot = m_pens[(key * 2654435761u) >> (32 - kPenSlotBits)];
+    if (!slot.made || slot.key != key) {
+        slot.pen = m_qpen;
+        slot.pen.setColor(toQColor(colour));
+        slot.pen.setWidth(width);
+        slot.key = key;
+        slot.made = true;
     }
-    painter().setPen(it->second);
+    painter().setPen(slot.pen);
     m_painterPen = {colour, width, true};
 }
 

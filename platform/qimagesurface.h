@@ -10,9 +10,9 @@
 #include <QPainter>
 #include <QPen>
 
+#include <array>
 #include <cstdint>
 #include <functional>
-#include <unordered_map>
 #include <vector>
 
 namespace plotwell {
@@ -134,8 +134,13 @@ private:
     mutable PainterPen m_painterPen;
     mutable const QFont* m_painterFont = nullptr; // the cache's font the painter holds
     mutable QPen m_qpen; // square caps; the pattern of every pen
-    static constexpr std::size_t kMaxPens = 4096;
-    mutable std::unordered_map<std::uint64_t, QPen> m_pens;
+    struct PenSlot {
+        std::uint32_t key = 0; // colour and width
+        bool made = false;
+        QPen pen;
+    };
+    static constexpr int kPenSlotBits = 10;
+    mutable std::array<PenSlot, 1 << kPenSlotBits> m_pens;
     mutable std::vector<QLineF> m_lines; // consecutive lines of one pen, not yet drawn
     mutable ColorRGB m_linesColour;
     mutable int m_linesWidth = 1;
