@@ -24,7 +24,6 @@
 namespace plotwell::bench {
 namespace {
 
-constexpr int kFrames = 41;
 constexpr int kWarmUp = 3;
 
 double median(std::vector<double> ms)
@@ -35,14 +34,14 @@ double median(std::vector<double> ms)
 
 // Median milliseconds of each kind of frame, timed in turns so that all see
 // the same load on a machine shared with other work.
-std::vector<double> medianMsInTurns(const std::vector<std::function<void()>>& frames)
+std::vector<double> medianMsInTurns(const std::vector<std::function<void()>>& frames, int turns)
 {
     for (int i = 0; i < kWarmUp; ++i)
         for (const auto& frame : frames)
             frame();
     std::vector<std::vector<double>> ms(frames.size());
     QElapsedTimer timer;
-    for (int i = 0; i < kFrames; ++i) {
+    for (int i = 0; i < turns; ++i) {
         for (std::size_t k = 0; k < frames.size(); ++k) {
             timer.start();
             frames[k]();
@@ -157,6 +156,8 @@ int runFrameBench(const QStringList& args)
     const auto labelCount = std::size_t(std::max(0LL, argValue(args, QStringLiteral("--labels"), 500)));
     const QString sizeText = argText(args, QStringLiteral("--size"), QStringLiteral("1920x1080"));
     const QString view = argText(args, QStringLiteral("--view"), QStringLiteral("fit"));
+    // Turns of every kind of frame; fewer make a large map quicker to measure.
+    const int turns = int(std::clamp(argValue(args, QStringLiteral("--turns"), 41), 1LL, 1000LL));
     const QStringList parts = sizeText.split(QLatin1Char('x'));
     const int width = parts.size() == 2 ? parts[0].toInt() : 0;
     const int height = parts.size() == 2 ? parts[1].toInt() : 0;
@@ -209,7 +210,7 @@ int runFrameBench(const QStringList& args)
         },
     };
     showLocation(editor.view, grip.x, grip.y);
-    const std::vector<double> ms = medianMsInTurns(frames);
+    const std::vector<double> ms = medianMsInTurns(frames, turns);
     const double frameMs = ms[1], floorMs = ms[2];
     const auto ratio = [&](double v) { return frameMs > 0 ? v / frameMs : 0.0; };
 

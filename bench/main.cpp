@@ -48,7 +48,7 @@ int main(int argc, char** argv)
         return runIdleBench(args);
     std::fprintf(stderr,
                  "usage: plotwell-bench load  --lines N --labels M\n"
-                 "       plotwell-bench frame --lines N --labels M --size WxH [--view fit|zoom4]\n"
+                 "       plotwell-bench frame --lines N --labels M --size WxH [--view fit|zoom4] [--turns T]\n"
                  "       plotwell-bench save  --lines N --labels M\n"
                  "       plotwell-bench hittest --lines N --labels M [--points P]\n"
                  "       plotwell-bench draw --lines N\n"
