@@ -12,6 +12,9 @@ int runSaveBench(const QStringList& args);
 int runHitTestBench(const QStringList& args);
 int runDrawBench(const QStringList& args);
 int runIdleBench(const QStringList& args);
+int runExportBench(const QStringList& args);
+int runHistoryBench(const QStringList& args);
+int runFollowBench(const QStringList& args);
 
 // The value of "--name N" in args, or fallback.
 long long argValue(const QStringList& args, const QString& name, long long fallback);

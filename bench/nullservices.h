@@ -47,12 +47,17 @@ public:
     void end() override {}
 };
 
+class NullPictureDialog : public PictureDialog {
+public:
+    bool show(QSize, bool) override { return false; }
+};
+
 // An editor on a real image surface of the given pixels with a generated
 // map loaded, reaching nothing outside the process.
 struct BenchEditor {
     BenchEditor(int width, int height, std::size_t lines, std::size_t labels)
         : surface(float(width) * 15, float(height) * 15),
-          editor(Services{surface, fileDialog, dialogs, settings, events, clipboard, launcher, progress})
+          editor(Services{surface, fileDialog, dialogs, settings, events, clipboard, launcher, progress, pictureDialog})
     {
         editor.view.mapWidth = surface.width();
         editor.view.mapHeight = surface.height();
@@ -70,6 +75,7 @@ struct BenchEditor {
     NullClipboard clipboard;
     NullLauncher launcher;
     NullProgress progress;
+    NullPictureDialog pictureDialog;
     Editor editor;
 };
 

@@ -4,16 +4,20 @@
 #include "document/mapdocument.h"
 #include "document/mapreader.h"
 #include "document/mapwriter.h"
+#include "platform/fileidentity.h"
 
 #include <QFileInfo>
 
 namespace plotwell::cli {
 namespace {
 
-bool sameFile(const QString& a, const QString& b)
+// A file whose owner may not write it is kept from changes on purpose. Root
+// may replace it all the same, and the new file would be writable, so it is
+// refused whoever runs the tool.
+bool readOnly(const QString& path)
 {
-    const QString canonical = QFileInfo(a).canonicalFilePath();
-    return !canonical.isEmpty() && canonical == QFileInfo(b).canonicalFilePath();
+    const QFileInfo info(path);
+    return info.exists() && !info.permission(QFileDevice::WriteOwner);
 }
 
 } // namespace
@@ -49,10 +53,14 @@ int normalizeFile(const QString& in, const QString& out, std::FILE* err)
     if (read.stoppedAtLine != 0) {
         printLine(err, readSummary(in, read));
         // Writing back over the input would lose the lines that were never read.
-        if (sameFile(in, out)) {
+        if (sameFileOnDisk(in, out)) {
             printLine(err, QStringLiteral("%1: not rewritten, so the unread lines are kept").arg(out));
             return kFailed;
         }
+    }
+    if (readOnly(out)) {
+        printLine(err, QStringLiteral("%1: not replaced, since it is read-only").arg(out));
+        return kFailed;
     }
     const WriteResult written = writeLayerFile(out, doc, kLayer);
     if (!written.ok()) {

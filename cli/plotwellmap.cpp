@@ -1,8 +1,12 @@
 #include "cli/mapcommands.h"
+#include "render/pictureframe.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 
 #include <cstdio>
+#include <cstring>
+#include <memory>
 
 using namespace plotwell::cli;
 
@@ -12,6 +16,7 @@ const char kUsageText[] =
     "usage: plotwell-map check FILE...\n"
     "       plotwell-map normalize IN OUT\n"
     "       plotwell-map stats FILE...\n"
+    "       plotwell-map render FILE... -o OUT.png|OUT.svg [--size WxH] [--no-labels]\n"
     "       plotwell-map --help\n";
 
 const char kHelpText[] =
@@ -39,10 +44,13 @@ const char kHelpText[] =
     "      written. When IN stops early at a record it cannot convert, the records\n"
     "      read before it are written (as the editor would save them), the stop is\n"
     "      reported on stderr and the exit status is 1; if OUT is IN itself it is\n"
-    "      then left untouched, so the unread lines are not lost. When IN holds\n"
-    "      NUL bytes it is not a map text file and OUT is not written at all.\n"
+    "      then left untouched (also under another name that links to it), so the\n"
+    "      unread lines are not lost. When IN holds NUL bytes it is not a map text\n"
+    "      file and OUT is not written at all. An OUT that is read-only (its owner\n"
+    "      may not write it) is not replaced, whoever runs the tool.\n"
     "      Exit status 1 when IN cannot be opened, stops early, holds NUL bytes,\n"
-    "      or OUT cannot be written (the reason goes to stderr), else 0.\n"
+    "      or OUT is read-only or cannot be written (the reason goes to stderr),\n"
+    "      else 0.\n"
     "\n"
     "  plotwell-map stats FILE...\n"
     "      Reads each file as check does and prints its check line, then\n"
@@ -58,6 +66,20 @@ const char kHelpText[] =
     "      covers them all. Detail lines start with two blanks.\n"
     "      Exit status as for check.\n"
     "\n"
+    "  plotwell-map render FILE... -o OUT.png|OUT.svg [--size WxH] [--no-labels]\n"
+    "      Draws the files as the layers of one map, the first as the base layer\n"
+    "      (at most four), as the editor draws them, and writes the whole map\n"
+    "      fitted into a picture of W by H pixels (default 2048x2048, each side\n"
+    "      1 to 32768): a PNG image, or an SVG drawing whose lines are lines and\n"
+    "      whose labels are text, by OUT's extension. A zone's base file given\n"
+    "      alone, such as zone.txt, brings zone_1.txt to zone_3.txt beside it, as\n"
+    "      opening it in the editor does. --no-labels leaves the labels out. No\n"
+    "      display is needed. OUT is replaced only once it is completely written.\n"
+    "      Exit status 1, with the reason on stderr, when a file cannot be opened\n"
+    "      or holds NUL bytes (nothing is written), when a file stops early at a\n"
+    "      record (the records before it are drawn), when the map shows nothing or\n"
+    "      lies at one point, or when OUT cannot be written; else 0.\n"
+    "\n"
     "Bad arguments print the usage on stderr and exit with status 2.\n";
 
 int usageError(const char* problem)
@@ -66,11 +88,56 @@ int usageError(const char* problem)
     return kUsage;
 }
 
+int render(QStringList args)
+{
+    QStringList files;
+    QString out;
+    QSize size(2048, 2048);
+    bool labels = true;
+    while (!args.isEmpty()) {
+        const QString arg = args.takeFirst();
+        if (arg == QLatin1String("-o") || arg == QLatin1String("--size")) {
+            if (args.isEmpty())
+                return usageError(arg == QLatin1String("-o") ? "-o needs a file" : "--size needs WxH");
+            const QString value = args.takeFirst();
+            if (arg == QLatin1String("-o")) {
+                out = value;
+                continue;
+            }
+            const std::optional<QSize> parsed = parsePictureSize(value);
+            if (!parsed)
+                return usageError("--size takes WxH, each side from 1 to 32768 pixels");
+            size = *parsed;
+        } else if (arg == QLatin1String("--no-labels")) {
+            labels = false;
+        } else if (arg.startsWith(QLatin1Char('-')) && arg.size() > 1) {
+            return usageError("render takes only -o, --size and --no-labels");
+        } else {
+            files << arg;
+        }
+    }
+    if (files.isEmpty() || files.size() > 4)
+        return usageError("render needs one to four map files");
+    if (out.isEmpty())
+        return usageError("render needs -o OUT.png or -o OUT.svg");
+    if (!plotwell::pictureFormatOf(out))
+        return usageError("the picture's name must end in .png or .svg");
+    return renderFiles(files, out, size, labels, stderr);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
-    QCoreApplication app(argc, argv);
+    // Pictures are drawn with fonts but need no display: render runs on the
+    // offscreen platform, the other commands on no platform at all.
+    std::unique_ptr<QCoreApplication> app;
+    if (argc > 1 && std::strcmp(argv[1], "render") == 0) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        app = std::make_unique<QGuiApplication>(argc, argv);
+    } else {
+        app = std::make_unique<QCoreApplication>(argc, argv);
+    }
     QStringList args = QCoreApplication::arguments();
     args.removeFirst();
     if (args.isEmpty())
@@ -96,5 +163,7 @@ int main(int argc, char** argv)
             return usageError("normalize needs exactly two files, IN and OUT");
         return normalizeFile(args.at(0), args.at(1), stderr);
     }
+    if (command == QLatin1String("render"))
+        return render(args);
     return usageError("unknown command");
 }

@@ -1,6 +1,7 @@
 #include "document/mapdocument.h"
 
 #include "document/recordfields.h"
+#include "document/recordmoves.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -85,8 +86,10 @@ RecordError MapDocument::addLabel(std::string_view text, std::int16_t& layer, fl
         return error;
     if (fields.done())
         return std::string(missing);
-    // The text ends at the next comma; whatever follows is dropped.
-    label.text = toLabelText(fields.text());
+    // The text ends at the next comma, and at a line break, which would end
+    // the record in the file; whatever follows is dropped.
+    const std::string_view field = fields.text();
+    label.text = toLabelText(field.substr(0, field.find_first_of("\r\n")));
     label.layer = layer;
     scalePoint(label.pos, scale);
     m_labels.push_back(std::move(label));
@@ -96,20 +99,7 @@ RecordError MapDocument::addLabel(std::string_view text, std::int16_t& layer, fl
 
 bool MapDocument::removeRecordsWhere(const std::function<bool(std::int16_t, bool)>& test)
 {
-    // remove_if keeps the order of the records that stay.
-    const auto lineEnd = std::remove_if(m_lines.begin(), m_lines.end(),
-                                        [&](const MapLine& l) { return test(l.layer, l.selected); });
-    const auto labelEnd = std::remove_if(m_labels.begin(), m_labels.end(),
-                                         [&](const MapLabel& t) { return test(t.layer, t.selected); });
-    const bool removed = lineEnd != m_lines.end() || labelEnd != m_labels.end();
-    m_lines.erase(lineEnd, m_lines.end());
-    m_labels.erase(labelEnd, m_labels.end());
-    if (removed) {
-        ++m_removals;
-        ++m_revision;
-        countSelected();
-    }
-    return removed;
+    return !takeRecordsWhere(test).empty();
 }
 
 void MapDocument::countSelected()
@@ -119,35 +109,6 @@ void MapDocument::countSelected()
         m_selected += line.selected ? 1 : 0;
     for (const MapLabel& label : m_labels)
         m_selected += label.selected ? 1 : 0;
-}
-
-void MapDocument::removeLastLine()
-{
-    if (m_lines.empty())
-        return;
-    setFlag(m_lines.back().selected, false);
-    m_lines.pop_back();
-    ++m_removals;
-    ++m_revision;
-}
-
-void MapDocument::removeLastLabel()
-{
-    if (m_labels.empty())
-        return;
-    setFlag(m_labels.back().selected, false);
-    m_labels.pop_back();
-    ++m_removals;
-    ++m_revision;
-}
-
-void MapDocument::clearRecords()
-{
-    std::vector<MapLine>().swap(m_lines);
-    std::vector<MapLabel>().swap(m_labels);
-    ++m_removals;
-    ++m_revision;
-    m_selected = 0;
 }
 
 void MapDocument::keepFirst(std::size_t lines, std::size_t labels)
@@ -172,22 +133,6 @@ void MapDocument::clearSelection()
     m_selected = 0;
 }
 
-void MapDocument::recolorSelection(ColorRGB colour)
-{
-    const auto recolor = [colour](auto& record) {
-        if (!record.selected)
-            return;
-        record.r = colour.r;
-        record.g = colour.g;
-        record.b = colour.b;
-    };
-    for (MapLine& line : m_lines)
-        recolor(line);
-    for (MapLabel& label : m_labels)
-        recolor(label);
-    ++m_revision;
-}
-
 void MapDocument::rescale(float scale)
 {
     for (MapLine& line : m_lines) {
@@ -196,6 +141,105 @@ void MapDocument::rescale(float scale)
     }
     for (MapLabel& label : m_labels)
         scalePoint(label.pos, scale);
+    ++m_revision;
+}
+
+TakenRecords MapDocument::takeRecordsWhere(const std::function<bool(std::int16_t, bool)>& test)
+{
+    TakenRecords taken;
+    const auto passes = [&test](const auto& record) { return test(record.layer, record.selected); };
+    std::size_t selected = moves::takeWhere(m_lines, passes, taken.lines, taken.lineIndices);
+    selected += moves::takeWhere(m_labels, passes, taken.labels, taken.labelIndices);
+    if (!taken.empty())
+        movedRecords(selected, 0);
+    return taken;
+}
+
+TakenRecords MapDocument::takeRecordsFrom(std::size_t firstLine, std::size_t firstLabel)
+{
+    TakenRecords taken;
+    const auto indicesFrom = [](std::size_t first, std::size_t end, std::vector<std::uint32_t>& at) {
+        if (first < end) {
+            at.reserve(end - first);
+            for (std::size_t i = first; i < end; ++i)
+                at.push_back(std::uint32_t(i));
+        }
+    };
+    indicesFrom(firstLine, m_lines.size(), taken.lineIndices);
+    indicesFrom(firstLabel, m_labels.size(), taken.labelIndices);
+    if (taken.empty())
+        return taken;
+    if (firstLine == 0 && firstLabel == 0) {
+        // Everything: the arrays themselves change hands.
+        taken.lines.swap(m_lines);
+        taken.labels.swap(m_labels);
+        movedRecords(m_selected, 0);
+        return taken;
+    }
+    takeRecordsAgain(taken);
+    return taken;
+}
+
+void MapDocument::takeRecordsAgain(TakenRecords& taken)
+{
+    if (taken.empty())
+        return;
+    std::size_t selected = moves::takeAt(m_lines, taken.lineIndices, taken.lines);
+    selected += moves::takeAt(m_labels, taken.labelIndices, taken.labels);
+    movedRecords(selected, 0);
+}
+
+namespace {
+
+// The records fit back when there is one per index and the last index lies
+// within the arrays they make together.
+template<typename Record>
+bool fitsBack(const std::vector<Record>& into, const std::vector<Record>& records, const std::vector<std::uint32_t>& at)
+{
+    return records.size() == at.size() && (at.empty() || at.back() < into.size() + records.size());
+}
+
+} // namespace
+
+void MapDocument::putBack(TakenRecords& taken, float scale)
+{
+    if (taken.empty() || !fitsBack(m_lines, taken.lines, taken.lineIndices)
+        || !fitsBack(m_labels, taken.labels, taken.labelIndices))
+        return;
+    // The scale may have changed since the records were taken.
+    for (MapLine& line : taken.lines) {
+        scalePoint(line.p1, scale);
+        scalePoint(line.p2, scale);
+    }
+    for (MapLabel& label : taken.labels)
+        scalePoint(label.pos, scale);
+    std::size_t selected = moves::putBackAt(m_lines, taken.lines, taken.lineIndices);
+    selected += moves::putBackAt(m_labels, taken.labels, taken.labelIndices);
+    movedRecords(0, selected);
+}
+
+void MapDocument::movedRecords(std::size_t selectedOut, std::size_t selectedIn)
+{
+    m_selected = m_selected - selectedOut + selectedIn;
+    ++m_removals;
+    ++m_revision;
+}
+
+void MapDocument::setLineColor(std::size_t index, ColorRGB colour)
+{
+    MapLine& line = m_lines[index];
+    line.r = colour.r;
+    line.g = colour.g;
+    line.b = colour.b;
+    ++m_revision;
+}
+
+void MapDocument::setLabelColor(std::size_t index, ColorRGB colour)
+{
+    MapLabel& label = m_labels[index];
+    label.r = colour.r;
+    label.g = colour.g;
+    label.b = colour.b;
     ++m_revision;
 }
 

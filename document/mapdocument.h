@@ -2,6 +2,7 @@
 
 #include "document/colorrgb.h"
 #include "document/maprecords.h"
+#include "document/takenrecords.h"
 
 #include <QString>
 
@@ -21,8 +22,9 @@ using RecordError = std::optional<std::string>;
 // The records of all four layers, the file each layer belongs to, and the
 // active layer. Records are read through const views; every change to them
 // goes through the operations below, the document's one door for edits:
-// appending a parsed record, removing, setting selection flags, recolouring
-// and rescaling. Records keep the order of appending.
+// appending a parsed record, removing, taking out and putting back (for the
+// edit history), setting selection flags and colours, and rescaling.
+// Records keep the order of appending.
 class MapDocument {
 public:
     const std::vector<MapLine>& lines() const { return m_lines; }
@@ -36,20 +38,15 @@ public:
 
     // Append one record from the text after its "L " or "P " prefix. A layer of
     // 0 means the active layer, and the caller's variable is given that layer.
-    // The new points are scaled by scale. Nothing is appended on an error.
+    // The new points are scaled by scale. Nothing is appended on an error. A
+    // label's text ends at a comma or a line break: no record holds what a
+    // map file could not read back.
     RecordError addLine(std::string_view text, std::int16_t& layer, float scale);
     RecordError addLabel(std::string_view text, std::int16_t& layer, float scale);
 
     // Removes every line and then every label for which test(layer, selected)
     // holds; the others keep their order. True when anything was removed.
     bool removeRecordsWhere(const std::function<bool(std::int16_t layer, bool selected)>& test);
-
-    // Drops the most recently appended line or label, if any.
-    void removeLastLine();
-    void removeLastLabel();
-
-    // Removes every record of every layer (the file names stay).
-    void clearRecords();
 
     // Drops every line and label beyond the first so many, as if they had
     // never been appended.
@@ -62,20 +59,34 @@ public:
     void clearSelection();
     // True while any line or label is selected.
     bool hasSelection() const { return m_selected > 0; }
-
-    // Every selected line and label takes the colour.
-    void recolorSelection(ColorRGB colour);
+    // How many lines and labels are selected, as the document keeps count.
+    std::size_t selectedCount() const { return m_selected; }
 
     // Sets sx, sy of every point for a new scale.
     void rescale(float scale);
 
-    // Counts the edits that removed records. What is kept about records by
-    // index elsewhere stays valid while it is unchanged: records are then
-    // only appended.
+    // What undoing and redoing an edit needs: records are taken out with the
+    // indices they stood at, every field kept, and put back exactly there.
+    // Takes out every line and then every label for which test holds.
+    TakenRecords takeRecordsWhere(const std::function<bool(std::int16_t layer, bool selected)>& test);
+    // Takes out the lines from firstLine on and the labels from firstLabel on.
+    TakenRecords takeRecordsFrom(std::size_t firstLine, std::size_t firstLabel);
+    // Takes out again the records at the indices taken holds, into it.
+    void takeRecordsAgain(TakenRecords& taken);
+    // Puts each record back at its index, its points scaled by scale; taken
+    // keeps only the indices. Indices that do not fit change nothing.
+    void putBack(TakenRecords& taken, float scale);
+    // One record's colour, by index into lines() or labels().
+    void setLineColor(std::size_t index, ColorRGB colour);
+    void setLabelColor(std::size_t index, ColorRGB colour);
+
+    // Counts the edits that removed records or put records back between
+    // others. What is kept about records by index elsewhere stays valid
+    // while it is unchanged: records are then only appended.
     std::uint64_t removals() const { return m_removals; }
     // Counts every edit of the records' contents: appending, removing,
-    // recolouring and rescaling, but not selecting. What is drawn or worked
-    // out from the records stays valid while it is unchanged.
+    // putting back, recolouring and rescaling, but not selecting. What is
+    // drawn or worked out from the records stays valid while it is unchanged.
     std::uint64_t revision() const { return m_revision; }
 
     // Room for this many more records, so that a large load grows once.
@@ -93,6 +104,8 @@ private:
         flag = selected;
     }
     void countSelected();
+    // Counts an edit that moved records between the arrays and elsewhere.
+    void movedRecords(std::size_t selectedOut, std::size_t selectedIn);
 
     std::vector<MapLine> m_lines;
     std::vector<MapLabel> m_labels;

@@ -2,6 +2,8 @@
 
 #include "document/layercontrols.h"
 #include "editor/filestamp.h"
+#include "editor/gamelog.h"
+#include "editor/history.h"
 #include "document/mapdocument.h"
 #include "palette/palette.h"
 #include "platform/services.h"
@@ -38,6 +40,8 @@ public:
     Services services;
 
     MapDocument doc;
+    // Every edit of the records, to be undone and redone.
+    EditHistory history;
     View view;
     KeyFlags keys;
     LayerControls layers;
@@ -49,6 +53,8 @@ public:
     Selection selection;
     Palette palette;
     ShellState shell;
+    // The game's log, followed for the player's location.
+    GameLogFollower follower;
 
     // The last picture of the map drawn, from which frames are composed.
     MapPicture picture;
@@ -63,6 +69,14 @@ public:
 
     // Gives the keyboard focus to the map surface; set by the window.
     std::function<void()> focusMap = [] {};
+    // Runs a handler that the core starts itself (a change of the followed
+    // log), which draws what it changes and returns whether it changed
+    // anything; the window then shows the new state. The window skips it
+    // while another handler runs or a dialog is open; such a handler must
+    // find its work again on its next call.
+    std::function<void(const std::function<bool()>&)> runEventHandler = [](const std::function<bool()>& handler) {
+        handler();
+    };
 };
 
 } // namespace plotwell

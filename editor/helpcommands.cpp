@@ -26,17 +26,20 @@ QString findReadme(const QString& programFolder)
 
 } // namespace
 
-QString aboutText()
+QString aboutText(const QString& homePage)
 {
     const QStringList lines{QStringLiteral("Plotwell - Offline Everquest map editor"),
                             QStringLiteral("Written by Torvane"),
                             QStringLiteral("Quillmere"),
-                            QStringLiteral(PLOTWELL_HOME_PAGE),
+                            homePage.isEmpty() ? QStringLiteral("See Help > Readme for how to use it") : homePage,
                             QStringLiteral("Version: ") + versionText()};
     return lines.join(QStringLiteral("\r\n"));
 }
 
-void showAbout(Editor& editor) { editor.services.dialogs.message(aboutText(), kTitle); }
+void showAbout(Editor& editor)
+{
+    editor.services.dialogs.message(aboutText(QStringLiteral(PLOTWELL_HOME_PAGE)), kTitle);
+}
 
 void showReadme(Editor& editor)
 {

@@ -7,8 +7,9 @@ namespace plotwell {
 class Editor;
 
 // Help > About: the program, its makers, its home page and its version, in
-// one message box.
-QString aboutText();
+// one message box. The build may name no home page; that line then tells
+// where the readme is.
+QString aboutText(const QString& homePage);
 void showAbout(Editor& editor);
 
 // Help > Readme: readme.txt from the program's folder (or, where the program

@@ -2,6 +2,7 @@
 
 #include "editor/drawlines.h"
 #include "editor/editor.h"
+#include "editor/edits.h"
 #include "view/viewcontrol.h"
 
 namespace plotwell {
@@ -37,12 +38,17 @@ void activeMarkerClicked(Editor& editor, int layer) { setActiveLayer(editor, std
 
 void closeAllLayers(Editor& editor)
 {
-    editor.doc.clearRecords();
+    // One step: undoing it brings back every record and every layer's file.
+    LayerStep step(editor);
+    constexpr unsigned kAllLayers = (1u << kLayerCount) - 1;
+    step.takeLayers(kAllLayers);
     for (int n = 0; n < kLayerCount; ++n) {
         editor.doc.layerFile[n].clear();
         editor.layerStamps[n] = {};
         editor.layers.captions[n] = defaultLayerName(n);
     }
+    // Empty layers without files hold nothing to lose.
+    step.push(QStringLiteral("Close All Layers"), kAllLayers);
     setActiveLayer(editor, 0);
     resetView(editor.view, editor.doc);
 }

@@ -1,7 +1,9 @@
 #include "editor/maploading.h"
 
 #include "editor/editor.h"
+#include "editor/edits.h"
 #include "editor/layercommands.h"
+#include "editor/mapsaving.h"
 #include "editor/viewcommands.h"
 #include "view/zoom.h"
 
@@ -16,6 +18,7 @@ namespace {
 
 const QString kSettings = QStringLiteral("settings");
 const QString kMapFolderKey = QStringLiteral("previousMapFolder");
+const QString kLoadStep = QStringLiteral("Load");
 
 } // namespace
 
@@ -72,21 +75,28 @@ ReadResult openMapFile(Editor& editor, const QString& path, std::int16_t layer)
     return result;
 }
 
-void clearLayer(Editor& editor, std::int16_t layer)
+void clearLayer(LayerStep& step, std::int16_t layer)
 {
-    editor.layers.captions[layer] = defaultLayerName(layer);
-    editor.doc.removeRecordsWhere([layer](std::int16_t recordLayer, bool) { return recordLayer == layer; });
+    step.editor().layers.captions[layer] = defaultLayerName(layer);
+    step.takeLayers(1u << layer);
 }
 
 void loadLayerFromMenu(Editor& editor, std::int16_t layer)
 {
-    clearLayer(editor, layer);
+    // Clearing and loading are one step, even when the dialog is cancelled
+    // and the layer is only cleared.
+    LayerStep step(editor);
+    clearLayer(step, layer);
     FileDialog& dialog = editor.services.fileDialog;
     dialog.initialFolder = editor.services.settings.get(kSettings, kMapFolderKey, QStringLiteral("."));
     dialog.filter = QStringLiteral("Text files (*.txt)|*.txt|All Files(*.*)|*.*");
-    if (!dialog.showOpen())
+    if (!dialog.showOpen()) {
+        step.push(kLoadStep);
         return;
+    }
     const ReadResult result = openMapFile(editor, QDir::toNativeSeparators(dialog.fileName), layer);
+    // A layer read whole from its file holds nothing unsaved.
+    step.push(kLoadStep, result.complete() ? 1u << layer : 0);
     if (!result.complete())
         return; // the load ended on an error or a cancel, before the last step
     setActiveLayer(editor, layer);
@@ -116,13 +126,25 @@ std::optional<std::array<QString, kLayerCount>> zoneFiles(const QString& basePat
 
 void dropFiles(Editor& editor, const QStringList& paths)
 {
+    // The files of one drop are one step. A layer that was empty and read
+    // whole from its file holds nothing unsaved.
+    LayerStep step(editor);
+    unsigned saved = 0;
+    const auto load = [&](const QString& path, std::int16_t layer) {
+        const bool empty = !layerHasRecords(editor.doc, layer);
+        if (openMapFile(editor, QDir::toNativeSeparators(path), layer).complete() && empty)
+            saved |= 1u << layer;
+        else
+            saved &= ~(1u << layer);
+    };
     const bool noFiles = std::all_of(editor.doc.layerFile.begin(), editor.doc.layerFile.end(),
                                      [](const QString& file) { return file.isEmpty(); });
     if (paths.size() == 1 && noFiles) {
         if (const auto zone = zoneFiles(paths.front())) {
             for (std::int16_t n = 0; n < kLayerCount; ++n)
                 if (!(*zone)[std::size_t(n)].isEmpty())
-                    openMapFile(editor, QDir::toNativeSeparators((*zone)[std::size_t(n)]), n);
+                    load((*zone)[std::size_t(n)], n);
+            step.push(kLoadStep, saved);
             return;
         }
     }
@@ -135,8 +157,9 @@ void dropFiles(Editor& editor, const QStringList& paths)
             }
         }
         // A file that stops early keeps what it read; the others still load.
-        openMapFile(editor, QDir::toNativeSeparators(path), target);
+        load(path, target);
     }
+    step.push(kLoadStep, saved);
 }
 
 } // namespace plotwell

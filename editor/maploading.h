@@ -12,6 +12,7 @@
 namespace plotwell {
 
 class Editor;
+class LayerStep;
 
 // The folder of a path up to and including its last separator, and the name
 // after it; empty when the path has no separator. Paths are in the platform's
@@ -23,8 +24,9 @@ QString fileNameOf(const QString& path);
 // and folder, reads the records, re-applies the zoom and, for the base layer,
 // fits the view. It neither clears the layer nor asks anything.
 ReadResult openMapFile(Editor& editor, const QString& path, std::int16_t layer);
-// Removes a layer's records and resets its caption; the file name stays.
-void clearLayer(Editor& editor, std::int16_t layer);
+// Removes a layer's records, as part of a step, and resets its caption; the
+// file name stays.
+void clearLayer(LayerStep& step, std::int16_t layer);
 // File > Open EQ Map File > As Base Layer / As Layer n.
 void loadLayerFromMenu(Editor& editor, std::int16_t layer);
 // Files dropped on the map, or named on the command line, fill the layers

@@ -60,6 +60,7 @@ bool saveLayer(Editor& editor, std::int16_t layer)
     const WriteResult result = writeLayerFile(path, editor.doc, layer);
     if (result.ok()) {
         stamp = FileStamp::of(path);
+        editor.history.markSaved(layer);
         return true;
     }
     editor.services.dialogs.message(

@@ -2,12 +2,21 @@
 
 #include "document/numbertext.h"
 #include "editor/editor.h"
+#include "editor/edits.h"
 #include "view/zoom.h"
 
 namespace plotwell {
 namespace {
 
 std::uint8_t& channel(ColorRGB& c, int index) { return index == 0 ? c.r : index == 1 ? c.g : c.b; }
+
+// Shows the active colour and gives it to every selected line and label. A
+// drag along a strip recolours as it goes, as one step until it is let go.
+void applyActiveColor(Editor& editor, EditHistory::Gesture gesture = EditHistory::Gesture::Ends)
+{
+    showActiveColor(editor.palette);
+    recolorSelection(editor, editor.palette.activeColor, gesture);
+}
 
 } // namespace
 
@@ -17,8 +26,8 @@ void swatchPressed(Editor& editor, int index, int button)
     const auto i = std::size_t(index);
     if (button == kLeftButton) {
         palette.activeColor = palette.presetColors[i];
-        applyActiveColor(palette, editor.doc);
-    } else {
+        applyActiveColor(editor);
+    } else if (button == kRightButton || button == kMiddleButton) {
         palette.presetColors[i] = palette.activeColor;
         palette.swatchColors[i] = palette.presetColors[i];
         saveColorPresets(palette, editor.services.settings);
@@ -30,10 +39,12 @@ void stripMouseMove(Editor& editor, int index, int buttons, float x)
 {
     if (buttons == kLeftButton) {
         channel(editor.palette.activeColor, index) = stripValue(x);
-        applyActiveColor(editor.palette, editor.doc);
+        applyActiveColor(editor, EditHistory::Gesture::Continues);
     }
     editor.focusMap();
 }
+
+void stripReleased(Editor& editor) { editor.history.endGesture(); }
 
 void stripDoubleClicked(Editor& editor, int index)
 {
@@ -44,7 +55,7 @@ void stripDoubleClicked(Editor& editor, int index)
     const double v = leadingNumber(answer.toStdString(), true);
     if (v >= 0 && v <= 255) {
         value = std::uint8_t(roundHalfEven(v));
-        applyActiveColor(editor.palette, editor.doc);
+        applyActiveColor(editor);
     }
     editor.focusMap();
 }

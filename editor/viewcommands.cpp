@@ -46,10 +46,12 @@ void onMouseWheel(Editor& editor, int delta)
         // The change setCurrentScale will really make, so the point under the pointer stays put.
         const float d = std::clamp(next, 0.5f, 100.0f) - s;
         const MapPoint a = toWorld(view, view.lastMousePoint);
-        adjustOffset(view, -a.x * d, -a.y * d);
-        setCurrentScale(view, editor.doc, next);
-        if (!std::isfinite(view.offsetX) || !std::isfinite(view.offsetY))
+        // A view a single cannot hold is a failure of the wheel: it lets go.
+        if (!adjustOffset(view, -a.x * d, -a.y * d)) {
             editor.shell.wheelHooked = false;
+            return;
+        }
+        setCurrentScale(view, editor.doc, next);
     } else {
         const float z = view.currentZ + float(direction) * (shift ? 1.0f : 10.0f);
         if (!std::isfinite(z)) {

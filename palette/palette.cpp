@@ -27,11 +27,10 @@ std::optional<std::uint8_t> swatchPart(const QString& part)
 
 } // namespace
 
-void applyActiveColor(Palette& palette, MapDocument& doc)
+void showActiveColor(Palette& palette)
 {
     const ColorRGB c = palette.activeColor;
     palette.stripCaptions = {channelText(c.r), channelText(c.g), channelText(c.b)};
-    doc.recolorSelection(c);
 }
 
 std::uint8_t stripValue(float x)

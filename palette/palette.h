@@ -1,7 +1,6 @@
 #pragma once
 
 #include "document/colorrgb.h"
-#include "document/mapdocument.h"
 #include "platform/settingsstore.h"
 
 #include <QString>
@@ -30,9 +29,10 @@ struct Palette {
 // The strip's geometry: a drag across its width sets a channel from 0 to 255.
 constexpr float kStripWidth = 1395; // twips
 
-// Shows the active colour on its swatch and the strips, and gives it to every
-// selected line and label.
-void applyActiveColor(Palette& palette, MapDocument& doc);
+// Shows the active colour on the strips. (The window's swatch shows
+// activeColor itself.) Giving it to the selection is an edit of the records,
+// made as an undoable step by the palette's commands.
+void showActiveColor(Palette& palette);
 
 // A channel's value from the mouse x on its strip (in twips, any value): one
 // of 101 positions, 0 at the left end and 255 at the right.

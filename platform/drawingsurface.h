@@ -30,6 +30,9 @@ public:
     virtual void clear() = 0;
     virtual void setPenWidth(int pixels) = 0;
     virtual void setPenColor(ColorRGB colour) = 0;
+    // The pen in force, so that a mark drawn over a frame can leave it as it was.
+    virtual int penWidth() const = 0;
+    virtual ColorRGB penColor() const = 0;
     virtual void setFillColor(ColorRGB colour) = 0;
     virtual void line(float x1, float y1, float x2, float y2) = 0;
     // A filled circle: the inside in the fill colour, the outline in outline.

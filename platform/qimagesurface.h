@@ -82,6 +82,8 @@ public:
     // 1 to 255 pixels; other widths are taken as the nearest of these.
     void setPenWidth(int pixels) override { m_penWidth = pixels < 1 ? 1 : pixels > 255 ? 255 : pixels; }
     void setPenColor(ColorRGB colour) override { m_pen = colour; }
+    int penWidth() const override { return m_penWidth; }
+    ColorRGB penColor() const override { return m_pen; }
     void setFillColor(ColorRGB colour) override { m_fill = colour; }
     void line(float x1, float y1, float x2, float y2) override;
     void circle(float cx, float cy, float radius, ColorRGB outline) override;

@@ -3,6 +3,7 @@
 #include "platform/dialogs.h"
 #include "platform/drawingsurface.h"
 #include "platform/filedialog.h"
+#include "platform/picturedialog.h"
 #include "platform/settingsstore.h"
 
 #include <functional>
@@ -55,6 +56,7 @@ struct Services {
     Clipboard& clipboard;
     Launcher& launcher;
     Progress& progress;
+    PictureDialog& pictureDialog;
 };
 
 } // namespace plotwell

@@ -29,6 +29,8 @@ public:
     void clear() override {}
     void setPenWidth(int pixels) override { m_target.setPenWidth(pixels); }
     void setPenColor(ColorRGB colour) override { m_target.setPenColor(colour); }
+    int penWidth() const override { return m_target.penWidth(); }
+    ColorRGB penColor() const override { return m_target.penColor(); }
     void setFillColor(ColorRGB colour) override { m_target.setFillColor(colour); }
     void line(float, float, float, float) override {}
     void circle(float, float, float, ColorRGB) override {}
@@ -178,6 +180,8 @@ void drawFrame(DrawingSurface& surface, const FrameSource& source, bool noSelect
     MapPart part;
     part.noSelected = noSelected;
     drawMap(surface, source, part);
+    if (source.player)
+        drawPlayerMarker(surface, source.view, *source.player);
     surface.refresh();
 }
 

@@ -21,6 +21,12 @@ void drawSelectionOverlay(DrawingSurface& surface, const FrameSource& source)
     }
 }
 
-void drawOverlays(DrawingSurface& surface, const FrameSource& source) { drawSelectionOverlay(surface, source); }
+void drawOverlays(DrawingSurface& surface, const FrameSource& source)
+{
+    drawSelectionOverlay(surface, source);
+    // It moves while the map stands still; it leaves the pen as it was.
+    if (source.player)
+        drawPlayerMarker(surface, source.view, *source.player);
+}
 
 } // namespace plotwell

@@ -14,7 +14,8 @@ namespace plotwell {
 // over everything else; the flash changes their colour every frame.
 void drawSelectionOverlay(DrawingSurface& surface, const FrameSource& source);
 
-// Every overlay, in the order they lie on top of each other.
+// Every overlay, in the order they lie on top of each other: the selection,
+// then the player's marker.
 void drawOverlays(DrawingSurface& surface, const FrameSource& source);
 
 } // namespace plotwell

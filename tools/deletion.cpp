@@ -2,29 +2,43 @@
 
 #include "editor/drawlines.h"
 #include "editor/editor.h"
+#include "editor/edits.h"
 
 namespace plotwell {
 
-bool deleteSelected(MapDocument& doc)
+namespace {
+
+const QString kDelete = QStringLiteral("Delete");
+
+} // namespace
+
+bool deleteSelected(Editor& editor)
 {
-    return doc.removeRecordsWhere([](std::int16_t, bool selected) { return selected; });
+    TakenRecords removed = editor.doc.takeRecordsWhere([](std::int16_t, bool selected) { return selected; });
+    const bool any = !removed.empty();
+    pushRemoved(editor, std::move(removed), kDelete);
+    return any;
 }
 
 void removeLastLine(Editor& editor)
 {
-    editor.doc.removeLastLine();
+    MapDocument& doc = editor.doc;
+    if (doc.lineCount() > 0)
+        pushRemoved(editor, doc.takeRecordsFrom(doc.lineCount() - 1, doc.labelCount()), kDelete);
     drawLines(editor);
 }
 
 void removeLastLabel(Editor& editor)
 {
-    editor.doc.removeLastLabel();
+    MapDocument& doc = editor.doc;
+    if (doc.labelCount() > 0)
+        pushRemoved(editor, doc.takeRecordsFrom(doc.lineCount(), doc.labelCount() - 1), kDelete);
     drawLines(editor);
 }
 
 void deleteKey(Editor& editor, int shift)
 {
-    if (deleteSelected(editor.doc))
+    if (deleteSelected(editor))
         return;
     if (shift == kShiftMask)
         removeLastLabel(editor);

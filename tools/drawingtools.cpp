@@ -2,6 +2,7 @@
 
 #include "document/ansitext.h"
 #include "editor/drawlines.h"
+#include "editor/edits.h"
 #include "editor/editor.h"
 #include "tools/recordtext.h"
 #include "view/viewkeys.h"
@@ -28,7 +29,9 @@ void LineTool::press(Editor& editor, SurfacePoint p)
         m_start = p; // the first click only starts the chain
         return;
     }
+    const AppendMark mark = appendMark(editor.doc);
     appendLine(editor, toWorld(editor.view, m_start), toWorld(editor.view, p));
+    pushAppended(editor, mark, QStringLiteral("Line"));
     drawLines(editor);
     m_start = p;
     m_inProgress = true;
@@ -63,12 +66,19 @@ void FreehandTool::move(Editor& editor, int buttons, SurfacePoint p)
     if (m_last.x != 0 && m_last.y != 0) {
         if (pointDistance(m_last, here) < kMinStep)
             return;
+        // The lines of one stroke, from press to release, are one step.
+        const AppendMark mark = appendMark(editor.doc);
         appendLine(editor, m_last, here);
+        pushAppended(editor, mark, QStringLiteral("Freehand"), EditHistory::Gesture::Continues);
     }
     m_last = here;
 }
 
-void FreehandTool::release(Editor&) { m_last = MapPoint(); }
+void FreehandTool::release(Editor& editor)
+{
+    m_last = MapPoint();
+    editor.history.endGesture();
+}
 
 void LabelTool::press(Editor&, SurfacePoint p)
 {
@@ -78,18 +88,30 @@ void LabelTool::press(Editor&, SurfacePoint p)
     ++m_box.opened;
 }
 
-void LabelTool::commitCaption(Editor& editor, const QString& text)
+QString LabelTool::firstLine(const QString& text)
+{
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text.at(i) == QLatin1Char('\r') || text.at(i) == QLatin1Char('\n'))
+            return text.left(i);
+    }
+    return text;
+}
+
+void LabelTool::commitCaption(Editor& editor, const QString& typed)
 {
     // Anchored where the box was opened.
     const MapPoint at = toWorld(editor.view, m_box.left, m_box.top);
     m_box.visible = false;
+    const QString text = firstLine(typed);
     if (text.isEmpty() || text.toLower() == newLabelText().toLower())
         return;
     // Characters the map file's code page cannot hold become "?".
     const std::string bytes = toLabelText(toAnsi(text));
     std::int16_t layer = 0;
+    const AppendMark mark = appendMark(editor.doc);
     editor.doc.addLabel(labelRecordText(at, editor.view.currentZ, editor.palette.activeColor, bytes), layer,
                         editor.view.currentScale);
+    pushAppended(editor, mark, QStringLiteral("Label"));
 }
 
 } // namespace plotwell

@@ -30,6 +30,7 @@ public:
     static constexpr float kMinStep = 30;
 
     void move(Editor& editor, int buttons, SurfacePoint p) override;
+    // Ends the stroke, and with it the step its lines make.
     void release(Editor& editor) override;
 
 private:
@@ -56,8 +57,11 @@ public:
 
     const CaptionBox& captionBox() const { return m_box; }
     // Enter in the box: a label with the typed text, unless it is empty or
-    // still reads "(New Label)" in any case.
+    // still reads "(New Label)" in any case. The box holds one line: of a
+    // text pasted with line breaks it keeps what comes before the first.
     void commitCaption(Editor& editor, const QString& text);
+    // What a single-line box keeps of a text: all before its first line break.
+    static QString firstLine(const QString& text);
     // Escape in the box.
     void cancelCaption() { m_box.visible = false; }
 

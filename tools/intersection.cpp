@@ -2,6 +2,7 @@
 
 #include "document/ansitext.h"
 #include "editor/editor.h"
+#include "editor/edits.h"
 #include "tools/recordtext.h"
 
 #include <cmath>
@@ -56,13 +57,16 @@ void plotIntersection(Editor& editor)
         dialogs.message(QStringLiteral("Failed to find an intersection for these lines"));
         return;
     }
-    // Each line is extended from its end nearer the crossing; on a tie, from its second end.
+    // Each line is extended from its end nearer the crossing; on a tie, from
+    // its second end. The two new lines are one step.
+    const AppendMark mark = appendMark(editor.doc);
     for (const MapLine* line : {&a, &b}) {
         const MapPoint& from = pointDistance(line->p1, at) < pointDistance(line->p2, at) ? line->p1 : line->p2;
         std::int16_t layer = 0;
         editor.doc.addLine(lineRecordText(from, at, editor.view.currentZ, editor.palette.activeColor), layer,
                            editor.view.currentScale);
     }
+    pushAppended(editor, mark, QStringLiteral("Plot Intersection"));
 }
 
 void findLabels(Editor& editor)

@@ -2,6 +2,7 @@
 
 #include "document/mapdocument.h"
 
+#include <cmath>
 #include <cstdint>
 #include <vector>
 
@@ -18,10 +19,13 @@ namespace plotwell {
 class LineIndex {
 public:
     // Calls visit(index) once for every line that can be hit at the world
-    // point (x, y); every other line certainly is not.
+    // point (x, y); every other line certainly is not. No line can be hit at
+    // a point that is not finite.
     template<typename Visit>
     void forCandidates(const MapDocument& doc, float x, float y, Visit&& visit)
     {
+        if (!std::isfinite(x) || !std::isfinite(y))
+            return;
         update(doc);
         const std::size_t count = doc.lineCount();
         if (!m_gridded) {

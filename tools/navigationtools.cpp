@@ -1,6 +1,7 @@
 #include "tools/navigationtools.h"
 
 #include "editor/editor.h"
+#include "view/viewcontrol.h"
 #include "view/zoom.h"
 
 namespace plotwell {
@@ -53,8 +54,8 @@ void PanTool::move(Editor& editor, int buttons, SurfacePoint p)
     if (buttons != kLeftButton)
         return;
     // The render loop shows the moved view.
-    editor.view.offsetX += p.x - m_anchor.x;
-    editor.view.offsetY += p.y - m_anchor.y;
+    if (!adjustOffset(editor.view, p.x - m_anchor.x, p.y - m_anchor.y))
+        return;
     m_anchor = p;
 }
 

@@ -23,8 +23,17 @@ void appendColour(std::string& text, ColorRGB colour)
 
 std::string lineRecordText(const MapPoint& a, const MapPoint& b, float z, ColorRGB colour)
 {
+    MapPoint first = a;
+    MapPoint second = b;
+    first.z = z;
+    second.z = z;
+    return lineRecordText(first, second, colour);
+}
+
+std::string lineRecordText(const MapPoint& a, const MapPoint& b, ColorRGB colour)
+{
     std::string text;
-    for (const float v : {a.x, a.y, z, b.x, b.y, z})
+    for (const float v : {a.x, a.y, a.z, b.x, b.y, b.z})
         appendNumber(text, v);
     appendColour(text, colour);
     return text;

@@ -15,6 +15,8 @@ namespace plotwell {
 
 // x1,y1,z,x2,y2,z,r,g,b: both ends at height z.
 std::string lineRecordText(const MapPoint& a, const MapPoint& b, float z, ColorRGB colour);
+// x1,y1,z1,x2,y2,z2,r,g,b: each end at its own height.
+std::string lineRecordText(const MapPoint& a, const MapPoint& b, ColorRGB colour);
 // x,y,z,r,g,b,1, text: size 1, the text (Windows-1252 bytes) after one blank.
 std::string labelRecordText(const MapPoint& at, float z, ColorRGB colour, std::string_view text);
 

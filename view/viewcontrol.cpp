@@ -3,17 +3,25 @@
 #include "document/numbertext.h"
 
 #include <charconv>
+#include <cmath>
 
 namespace plotwell {
 
-void adjustOffset(View& view, float x, float y)
+bool adjustOffset(View& view, float x, float y)
 {
-    view.offsetX += x;
-    view.offsetY += y;
+    const float offsetX = view.offsetX + x;
+    const float offsetY = view.offsetY + y;
+    if (!std::isfinite(offsetX) || !std::isfinite(offsetY))
+        return false;
+    view.offsetX = offsetX;
+    view.offsetY = offsetY;
+    return true;
 }
 
-void setCurrentScale(View& view, MapDocument& doc, float newScale)
+bool setCurrentScale(View& view, MapDocument& doc, float newScale)
 {
+    if (std::isnan(newScale))
+        return false;
     if (newScale > 100)
         newScale = 100;
     if (newScale < 0.5f)
@@ -29,6 +37,7 @@ void setCurrentScale(View& view, MapDocument& doc, float newScale)
     if (w > ZoomStrip::kWidth)
         w = ZoomStrip::kWidth;
     view.zoom.markerX1 = ZoomStrip::kLeft + w;
+    return true;
 }
 
 QString scaleText(float scale, char decimalSeparator)

@@ -10,7 +10,8 @@ void keyFlagsDown(KeyFlags& keys, int keyCode, int shift)
         keys.altKeyDown = true;
     if (keyCode == Key::Ctrl)
         keys.ctrlKeyDown = true;
-    if (keyCode == Key::Z)
+    // Ctrl+Z is Undo, not Z held for the wheel.
+    if (keyCode == Key::Z && !(shift & kCtrlMask))
         keys.zKey = true;
     if (shift == kShiftMask)
         keys.theShiftKeyIsDown = true;

@@ -3,6 +3,7 @@
 #include "view/viewcontrol.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 
 namespace plotwell {
@@ -41,6 +42,14 @@ std::optional<Bounds> contentBounds(const MapDocument& doc)
     return box;
 }
 
+// The middle of low and high in single precision. Near the single limit their
+// sum overflows; their halves do not.
+float midpoint(float low, float high)
+{
+    const float middle = (high + low) / 2;
+    return std::isfinite(middle) ? middle : high / 2 + low / 2;
+}
+
 } // namespace
 
 void zoomStripMouseMove(View& view, MapDocument& doc, int button, float x)
@@ -53,7 +62,8 @@ void zoomStripMouseMove(View& view, MapDocument& doc, int button, float x)
     s = std::clamp(s, 0.5, 100.0);
     const float d = float(s - view.currentScale);
     const MapPoint a = toWorld(view, view.zoomAnchor);
-    adjustOffset(view, -a.x * d, -a.y * d);
+    if (!adjustOffset(view, -a.x * d, -a.y * d))
+        return;
     setCurrentScale(view, doc, float(s));
 }
 
@@ -70,8 +80,8 @@ void centerContent(View& view, MapDocument& doc)
     view.offsetX = 0;
     view.offsetY = 0;
     const Bounds box = *contentBounds(doc);
-    const float cx = (box.maxX + box.minX) / 2;
-    const float cy = (box.maxY + box.minY) / 2;
+    const float cx = midpoint(box.minX, box.maxX);
+    const float cy = midpoint(box.minY, box.maxY);
     view.offsetX = view.mapWidth / 2 - cx;
     view.offsetY = view.mapHeight / 2 - cy;
 }

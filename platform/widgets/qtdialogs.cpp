@@ -29,11 +29,12 @@ bool QtFileDialog::show(QFileDialog::AcceptMode mode)
         folder = QDir::currentPath();
     QFileDialog dialog(m_parent, QString(), folder, toQtFilter(filter));
     dialog.setAcceptMode(mode);
-    // A typed name need not exist (opening it then fails as such), no
-    // extension is added, and an existing file is not asked about.
+    // A typed name need not exist (opening it then fails as such), and
+    // unless the command wants it no extension is added and an existing file
+    // is not asked about.
     dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite);
-    dialog.setDefaultSuffix(QString());
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !confirmOverwrite);
+    dialog.setDefaultSuffix(defaultSuffix);
     const QString name = QFileInfo(fileName).fileName();
     if (!name.isEmpty())
         dialog.selectFile(name);

@@ -15,10 +15,20 @@ int buttonSum(Qt::MouseButtons buttons)
 
 void ClickLabel::mousePressEvent(QMouseEvent* event)
 {
+    if (event->button() == Qt::LeftButton)
+        m_leftPressed = true;
     pressed(event->button(), twips(event->position().x()));
 }
 
-void ClickLabel::mouseReleaseEvent(QMouseEvent* event) { released(event->button()); }
+void ClickLabel::mouseReleaseEvent(QMouseEvent* event)
+{
+    const bool click = event->button() == Qt::LeftButton && m_leftPressed && rect().contains(event->position().toPoint());
+    if (event->button() == Qt::LeftButton)
+        m_leftPressed = false;
+    released(event->button());
+    if (click)
+        clicked();
+}
 
 void ClickLabel::mouseMoveEvent(QMouseEvent* event)
 {

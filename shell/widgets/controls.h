@@ -18,6 +18,8 @@ public:
 
     std::function<void(Qt::MouseButton, float x)> pressed = [](Qt::MouseButton, float) {};
     std::function<void(Qt::MouseButton)> released = [](Qt::MouseButton) {};
+    // A left-button click: pressed on the label and let go over it.
+    std::function<void()> clicked = [] {};
     // buttons held as the sum 1 left, 2 right, 4 middle.
     std::function<void(int buttons, float x)> moved = [](int, float) {};
     std::function<void()> doubleClicked = [] {};
@@ -27,6 +29,9 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+
+private:
+    bool m_leftPressed = false;
 };
 
 // A check box whose caption wraps over several lines.

@@ -23,6 +23,7 @@
 #include <QWheelEvent>
 
 #include <cstdlib>
+#include <tuple>
 
 // The icons are compiled into this library; a static library's resources
 // must be registered by name, outside any namespace.
@@ -52,7 +53,7 @@ void setCheckedQuietly(QCheckBox* box, bool checked)
 } // namespace
 
 MainWindow::MainWindow()
-    : m_editor(Services{m_surface, m_fileDialog, m_dialogs, m_settings, m_events, m_clipboard, m_launcher, m_progress})
+    : m_editor(Services{m_surface, m_fileDialog, m_dialogs, m_settings, m_events, m_clipboard, m_launcher, m_progress, m_pictureDialog})
 {
     registerResources();
     m_editor.view.decimalSeparator = systemDecimalSeparator();
@@ -71,6 +72,19 @@ MainWindow::MainWindow()
     m_controls.map = new MapArea(m_editor, m_surface.image(), client);
     m_controls.map->run = [this](const std::function<void()>& handler) { handle(handler); };
     m_editor.focusMap = [this] { m_controls.map->setFocus(Qt::OtherFocusReason); };
+    // Like the frames, the core's own handlers wait for the one running and
+    // for an open dialog; they find their work again on their next call.
+    // They draw what they change themselves: a poll of the game's log that
+    // finds nothing new costs no frame.
+    m_editor.runEventHandler = [this](const std::function<bool()>& handler) {
+        if (m_handlersRunning > 0 || QApplication::activeModalWidget())
+            return;
+        ++m_handlersRunning;
+        const bool changed = handler();
+        --m_handlersRunning;
+        if (changed)
+            syncControls();
+    };
     // Only what changed is shown again: a flashing selection repaints its own records.
     m_surface.onRefresh = [this](const QRegion& changed) { m_controls.map->update(changed); };
     buildMenus();
@@ -103,6 +117,14 @@ MainWindow::MainWindow()
     hookMouseWheel();
     m_endTimer.setInterval(1000);
     connect(&m_endTimer, &QTimer::timeout, this, &MainWindow::endTimerTick);
+
+    // Unsaved layers are copied between handlers, never in the middle of one.
+    m_recoveryClock.setInterval(500);
+    connect(&m_recoveryClock, &QTimer::timeout, this, [this] {
+        if (m_handlersRunning == 0 && !QApplication::activeModalWidget())
+            m_recovery.tick(m_editor);
+    });
+    m_recoveryClock.start();
 }
 
 QSizeF MainWindow::outerSizeTwips() const
@@ -189,6 +211,9 @@ void MainWindow::endTimerTick()
     if (m_editor.shell.ended) {
         m_frameClock.stop();
         m_endTimer.stop();
+        m_recoveryClock.stop();
+        // The program ends without asking: what is not saved is kept for the next run.
+        m_recovery.flush(m_editor);
         ended();
     }
 }
@@ -285,6 +310,20 @@ void MainWindow::syncControls()
     setTextIfChanged(c.lblY, m_editor.view.readout.y);
     setTextIfChanged(c.lblZ, m_editor.view.readout.z);
     setTextIfChanged(c.lblLoc, m_editor.view.readout.loc);
+    const EditHistory& history = m_editor.history;
+    for (auto [action, text, enabled] : {std::tuple(c.mnuUndo, history.undoText(), history.canUndo()),
+                                         std::tuple(c.mnuRedo, history.redoText(), history.canRedo())}) {
+        if (action->text() != text)
+            action->setText(text);
+        action->setEnabled(enabled);
+    }
+    c.mnuRecover->setEnabled(m_recovery.canRecover());
+    const GameLogFollower& follower = m_editor.follower;
+    if (c.mnuFollowLog->isChecked() != follower.following())
+        c.mnuFollowLog->setChecked(follower.following());
+    if (c.mnuRecordPath->isChecked() != follower.recordPath)
+        c.mnuRecordPath->setChecked(follower.recordPath);
+    c.mnuStopFollowing->setEnabled(follower.following());
     c.map->syncOverlays();
 }
 

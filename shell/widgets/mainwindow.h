@@ -1,11 +1,14 @@
 #pragma once
 
 #include "editor/editor.h"
+#include "editor/recovery.h"
 #include "editor/renderloop.h"
 #include "platform/qimagesurface.h"
 #include "platform/qtservices.h"
+#include "platform/recoveryplace.h"
 #include "platform/settingsstore.h"
 #include "platform/widgets/qtdialogs.h"
+#include "platform/widgets/qtpicturedialog.h"
 #include "view/wheel.h"
 
 #include <QCoreApplication>
@@ -14,6 +17,7 @@
 
 #include <array>
 
+class QAction;
 class QCheckBox;
 class QFrame;
 class QGroupBox;
@@ -60,6 +64,13 @@ struct Controls {
     QLabel* lblY = nullptr;
     QLabel* lblZ = nullptr;
     QLabel* lblLoc = nullptr;
+
+    QAction* mnuRecover = nullptr;
+    QAction* mnuUndo = nullptr;
+    QAction* mnuRedo = nullptr;
+    QAction* mnuFollowLog = nullptr;
+    QAction* mnuRecordPath = nullptr;
+    QAction* mnuStopFollowing = nullptr;
 };
 
 // frmMain: the window. It builds the controls where the layout puts them,
@@ -95,6 +106,7 @@ protected:
 
 private:
     void buildMenus();
+    void buildEditMenu();
     void buildToolFrame();
     void buildOptionsFrame();
     void buildPaletteBlock(QWidget* frame);
@@ -121,6 +133,7 @@ private:
     QtClipboard m_clipboard;
     QtLauncher m_launcher;
     QtProgress m_progress{this};
+    QtPictureDialog m_pictureDialog{this};
     Editor m_editor;
     RenderLoop m_loop;
     QTimer m_frameClock;
@@ -130,6 +143,9 @@ private:
     quint64 m_lastWheelTime = ~quint64(0);
     QSize m_laidOutFor;
     QTimer m_endTimer;
+    QtRecoveryPlace m_recoveryPlace;
+    RecoveryKeeper m_recovery{m_recoveryPlace};
+    QTimer m_recoveryClock;
     Controls m_controls;
 };
 

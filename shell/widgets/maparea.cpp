@@ -78,6 +78,12 @@ MapArea::MapArea(Editor& editor, const QImage& image, QWidget* parent)
     m_caption->hide();
     m_caption->resize(px(1695), m_caption->sizeHint().height());
     m_caption->installEventFilter(this);
+    // A single-line box: of a text pasted with line breaks it keeps the first line.
+    connect(m_caption, &QLineEdit::textEdited, this, [this](const QString& text) {
+        const QString line = LabelTool::firstLine(text);
+        if (line != text)
+            m_caption->setText(line);
+    });
 }
 
 void MapArea::paintEvent(QPaintEvent* event)

@@ -1,7 +1,10 @@
+#include "editor/edits.h"
+#include "editor/gamelog.h"
 #include "editor/helpcommands.h"
 #include "editor/layercommands.h"
 #include "editor/maploading.h"
 #include "editor/mapsaving.h"
+#include "editor/picturecommands.h"
 #include "editor/underlaycommands.h"
 #include "tools/intersection.h"
 #include "shell/widgets/mainwindow.h"
@@ -20,21 +23,51 @@ void MainWindow::buildMenus()
                         [this, n] { handle([&] { loadLayerFromMenu(m_editor, std::int16_t(n)); }); });
     }
     file->addAction(QStringLiteral("Open Underlay Image"), this, [this] { handle([&] { openUnderlayFromMenu(m_editor); }); });
+    m_controls.mnuRecover = file->addAction(QStringLiteral("Recover Unsaved Layers"), this,
+                                            [this] { handle([&] { m_recovery.recover(m_editor); }); });
     file->addSeparator();
     file->addAction(QStringLiteral("Close all layers"), this, [this] { handle([&] { closeAllLayers(m_editor); }); });
     file->addAction(QStringLiteral("Close Underlay Image"), this, [this] { handle([&] { closeUnderlay(m_editor); }); });
     file->addSeparator();
     file->addAction(QStringLiteral("Save all layers"), this, [this] { handle([&] { saveAllLayers(m_editor); }); });
+    file->addAction(QStringLiteral("Export Picture..."), this, [this] { handle([&] { exportPictureFromMenu(m_editor); }); });
     file->addSeparator();
     file->addAction(QStringLiteral("Exit"), this, [this] { requestClose(); });
+
+    buildEditMenu();
 
     QMenu* tools = menuBar()->addMenu(QStringLiteral("Tools"));
     tools->addAction(QStringLiteral("Plot Intersection"), this, [this] { handle([&] { plotIntersection(m_editor); }); });
     tools->addAction(QStringLiteral("Find Label by Keyword"), this, [this] { handle([&] { findLabels(m_editor); }); });
+    tools->addSeparator();
+    // Checked while a log is followed; chosen then, it stops.
+    m_controls.mnuFollowLog = tools->addAction(QStringLiteral("Follow Game Log..."), this,
+                                               [this] { handle([&] { followGameLogFromMenu(m_editor); }); });
+    m_controls.mnuFollowLog->setCheckable(true);
+    m_controls.mnuRecordPath = tools->addAction(QStringLiteral("Record Path"), this,
+                                                [this] { handle([&] { toggleRecordPath(m_editor); }); });
+    m_controls.mnuRecordPath->setCheckable(true);
+    m_controls.mnuStopFollowing = tools->addAction(QStringLiteral("Stop Following"), this,
+                                                   [this] { handle([&] { stopFollowing(m_editor); }); });
 
     QMenu* help = menuBar()->addMenu(QStringLiteral("Help"));
     help->addAction(QStringLiteral("Readme"), this, [this] { handle([&] { showReadme(m_editor); }); });
     help->addAction(QStringLiteral("About"), this, [this] { handle([&] { showAbout(m_editor); }); });
+}
+
+void MainWindow::buildEditMenu()
+{
+    QMenu* edit = menuBar()->addMenu(QStringLiteral("Edit"));
+    m_controls.mnuUndo = edit->addAction(QStringLiteral("Undo"), this, [this] { handle([&] { undoEdit(m_editor); }); });
+    m_controls.mnuUndo->setShortcuts(QKeySequence::Undo);
+    m_controls.mnuRedo = edit->addAction(QStringLiteral("Redo"), this, [this] { handle([&] { redoEdit(m_editor); }); });
+    // Ctrl+Y and Ctrl+Shift+Z both redo, whatever the platform's own habit.
+    QList<QKeySequence> redoKeys = QKeySequence::keyBindings(QKeySequence::Redo);
+    for (const QKeySequence& key : {QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)}) {
+        if (!redoKeys.contains(key))
+            redoKeys << key;
+    }
+    m_controls.mnuRedo->setShortcuts(redoKeys);
 }
 
 } // namespace plotwell

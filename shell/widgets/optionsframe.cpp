@@ -92,7 +92,10 @@ void MainWindow::buildPaletteBlock(QWidget* frame)
         setBackground(strip, strips[i].back);
         setTextColour(strip, strips[i].text);
         strip->setToolTip(QString::fromLatin1(strips[i].tooltip));
+        // Moves without a button count too: they give the map the focus.
+        strip->setMouseTracking(true);
         strip->moved = [this, i](int buttons, float x) { handle([&] { stripMouseMove(m_editor, i, buttons, x); }); };
+        strip->released = [this](Qt::MouseButton) { handle([&] { stripReleased(m_editor); }); };
         strip->doubleClicked = [this, i] { handle([&] { stripDoubleClicked(m_editor, i); }); };
         c.sldColor[i] = strip;
     }
@@ -134,10 +137,7 @@ void MainWindow::buildBackgroundGroup(QWidget* frame)
     c.lblBkgColor = new ClickLabel(frame);
     c.lblBkgColor->setGeometry(twipRect(1980, 2160, 1575, 195));
     c.lblBkgColor->setFrameStyle(QFrame::Box | QFrame::Plain);
-    c.lblBkgColor->released = [this](Qt::MouseButton button) {
-        if (button == Qt::LeftButton)
-            handle([&] { backgroundSwatchClicked(m_editor); });
-    };
+    c.lblBkgColor->clicked = [this] { handle([&] { backgroundSwatchClicked(m_editor); }); };
     c.lblBkgColor->setToolTip(
         QStringLiteral("Click to set background of the map to the active color (underlay must be off)"));
 }
@@ -177,7 +177,7 @@ void MainWindow::buildShowBox(QWidget* frame)
         auto* marker = new ClickLabel(frame);
         marker->setGeometry(twipRect(120, top, 195, 195));
         marker->setToolTip(QStringLiteral("Set to active layer"));
-        marker->pressed = [this, n](Qt::MouseButton, float) { handle([&] { activeMarkerClicked(m_editor, n); }); };
+        marker->clicked = [this, n] { handle([&] { activeMarkerClicked(m_editor, n); }); };
         c.lbActiveLayer[n] = marker;
 
         auto* box = checkBox(frame, twipRect(360, top, 1560, 195), defaultLayerName(n), n == 0);

@@ -38,9 +38,7 @@ void MainWindow::buildToolFrame()
         icon->setPixmap(QPixmap(QString::fromLatin1(kToolIcons[n].resource)));
         icon->setAlignment(Qt::AlignCenter);
         icon->setToolTip(QString::fromLatin1(kToolIcons[n].tooltip));
-        icon->pressed = [this, n](Qt::MouseButton, float) {
-            handle([&] { m_editor.tools.choose(m_editor, ToolId(n)); });
-        };
+        icon->clicked = [this, n] { handle([&] { m_editor.tools.choose(m_editor, ToolId(n)); }); };
         c.imgTool[n] = icon;
     }
 

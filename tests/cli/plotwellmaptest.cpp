@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -11,6 +12,7 @@
 
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
+#include <unistd.h>
 #endif
 
 namespace {
@@ -83,9 +85,22 @@ TEST_F(PlotwellMap, NormalizeFailsWhenItCannotReadAllOrWrite)
     EXPECT_EQ(stops.status, 1);
     EXPECT_TRUE(stops.err.contains("stopped at line 2: fewer than nine fields")) << stops.err.toStdString();
     EXPECT_EQ(read(path("out.txt")), "L 1,2,3,4,5,6,7,8,9\r\n") << "what was read is written";
-    // Written over itself it would lose the unread lines, so it is left alone.
+    // Written over itself it would lose the unread lines, so it is left alone,
+    // under its own name or another that links to it.
     EXPECT_EQ(plotwellMap({"normalize", in, in}).status, 1);
     EXPECT_EQ(read(in), text);
+#ifdef Q_OS_UNIX
+    ASSERT_EQ(link(QFile::encodeName(in).constData(), QFile::encodeName(path("link.txt")).constData()), 0);
+    EXPECT_EQ(plotwellMap({"normalize", in, path("link.txt")}).status, 1);
+    EXPECT_EQ(read(path("link.txt")), text);
+#endif
+    // A file its owner may not write is not replaced, not even by root.
+    const QString locked = write("locked.txt", "L 9,9,9,9,9,9,9,9,9\r\n");
+    ASSERT_TRUE(QFile::setPermissions(locked, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+    const ToolRun readOnly = plotwellMap({"normalize", write("good.txt", kGoodMap), locked});
+    EXPECT_EQ(readOnly.status, 1);
+    EXPECT_TRUE(readOnly.err.contains("read-only")) << readOnly.err.toStdString();
+    EXPECT_EQ(read(locked), "L 9,9,9,9,9,9,9,9,9\r\n");
 
     const ToolRun noInput = plotwellMap({"normalize", path("none.txt"), path("new.txt")});
     EXPECT_EQ(noInput.status, 1);
@@ -162,6 +177,49 @@ TEST_F(PlotwellMap, HostileFilesGetAMessageAndAStatus)
         QFile::remove(path("out.txt"));
     }
     EXPECT_EQ(read(binary), QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16));
+}
+
+// Each render ends with a status; a picture is written only when it can be
+// whole, and a zone's base file brings its siblings.
+TEST_F(PlotwellMap, RenderWritesAPictureOrTellsWhyNot)
+{
+    const QString zone = write("zone.txt", "L 0,0,0,100,50,0,0,0,255\r\nP 10,10,0,0,0,0,1,Camp\r\n");
+    write("zone_1.txt", "P 50,25,0,255,0,0,1,Bank\r\n");
+    const QString point = write("point.txt", "L 5,5,0,5,5,0,0,0,0\r\n");
+    const QString stops = write("stops.txt", "L 0,0,0,9,9,0,0,0,0\r\nL 1\r\n");
+    const struct {
+        QStringList args;
+        int status;
+        const char* written; // the picture, or empty when none
+        const char* says;    // part of stderr
+    } cases[] = {
+        {{zone, "-o", path("a.svg")}, 0, "a.svg", ""},
+        {{zone, "-o", path("b.png"), "--size", "300x200"}, 0, "b.png", ""},
+        {{"--no-labels", zone, "-o", path("c.SVG")}, 0, "c.SVG", ""},
+        {{stops, "-o", path("d.png")}, 1, "d.png", "stopped at line 2"},
+        {{point, "-o", path("e.png")}, 1, "", "lies at one point"},
+        {{path("none.txt"), "-o", path("f.png")}, 1, "", "cannot be opened"},
+        {{zone, "-o", path("missing/g.png")}, 1, "", "cannot be written"},
+        {{zone, "-o", path("h.jpg")}, 2, "", "must end in .png or .svg"},
+        {{zone, "-o", path("i.png"), "--size", "0x10"}, 2, "", "--size"},
+        {{zone, "-o", path("j.png"), "--size", "32769x10"}, 2, "", "--size"},
+        {{zone}, 2, "", "-o"},
+    };
+    for (const auto& c : cases) {
+        const std::string name = c.args.join(' ').toStdString();
+        const QStringList before = QDir(dir.path()).entryList(QDir::Files);
+        const ToolRun run = plotwellMap(QStringList{"render"} + c.args);
+        EXPECT_EQ(run.status, c.status) << name << "\n" << run.err.toStdString();
+        EXPECT_TRUE(run.err.contains(c.says)) << name << "\n" << run.err.toStdString();
+        QStringList added = QDir(dir.path()).entryList(QDir::Files);
+        for (const QString& file : before)
+            added.removeOne(file);
+        EXPECT_EQ(added, *c.written ? QStringList{c.written} : QStringList{}) << name;
+    }
+    EXPECT_EQ(QImage(path("b.png")).size(), QSize(300, 200));
+    const QByteArray svg = read(path("a.svg"));
+    EXPECT_TRUE(svg.contains(">Camp</text>") && svg.contains(">Bank</text>")) << "the base layer and layer 1";
+    EXPECT_FALSE(read(path("c.SVG")).contains("<text"));
 }
 
 TEST_F(PlotwellMap, BadArgumentsGetTheUsage)

@@ -99,6 +99,8 @@ TEST(MapDocument, RecordTextsAreReadFieldByFieldOrRefusedWhole)
         {false, "1,2,3,0,0,255,2,a  b", "0 0 255 2 a__b"},
         {false, "1,2,3,0,0,255,2,   ", "0 0 255 2 "},
         {false, "1,2,3,0,0,255,2,\tA B\t", "0 0 255 2 \tA_B\t"}, // only blanks count
+        {false, "1,2,3,0,0,255,2,Tower \r\nP 4,5,6,0,0,0,1,Two", "0 0 255 2 Tower"}, // no line break is stored
+        {false, "1,2,3,0,0,255,2,\nTwo", "0 0 255 2 "},
         {false, "1,2,3,0,0,0,40000,Here", nullptr},
         {false, "1,2,3,0,0,256,1,Here", nullptr},
         {false, "1,2,3,0,0,0,1", nullptr},
@@ -137,22 +139,26 @@ TEST(MapDocument, RemovalKeepsTheOrderAndEveryFieldOfTheRest)
     EXPECT_EQ(xsOf(doc), "0 4 | 2 4");
 }
 
-TEST(MapDocument, ClearingAllAndDroppingTheLastRecord)
+TEST(MapDocument, RecordsTakenOutGoBackWhereTheyWereWithTheirSelection)
 {
     MapDocument doc;
-    doc.removeLastLine(); // nothing to drop
-    doc.removeLastLabel();
-    for (int i = 0; i < 3; ++i)
-        addBoth(doc, i, 1);
-    doc.removeLastLine();
-    doc.removeLastLabel();
-    doc.removeLastLabel();
-    EXPECT_EQ(xsOf(doc), "0 1 | 0");
-
-    doc.layerFile[1] = QStringLiteral("kept.txt");
-    doc.clearRecords();
+    const std::int16_t layers[] = {0, 1, 2, 1, 3};
+    for (int i = 0; i < 5; ++i)
+        addBoth(doc, i, layers[i]);
+    doc.setLineSelected(1, true);
+    TakenRecords layer1 = doc.takeRecordsWhere([](std::int16_t layer, bool) { return layer == 1; });
+    EXPECT_FALSE(doc.hasSelection());
+    TakenRecords last = doc.takeRecordsFrom(2, 3);
+    EXPECT_EQ(xsOf(doc), "0 2 | 0 2 4");
+    doc.putBack(last, 2);
+    EXPECT_EQ(doc.lines()[2].p2.sx, 2.f) << "put back at the scale of now";
+    doc.putBack(layer1, 2);
+    EXPECT_EQ(xsOf(doc), "0 1 2 3 4 | 0 1 2 3 4");
+    EXPECT_TRUE(doc.lines()[1].selected && doc.hasSelection());
+    doc.takeRecordsAgain(layer1);
+    EXPECT_EQ(xsOf(doc), "0 2 4 | 0 2 4");
+    TakenRecords all = doc.takeRecordsFrom(0, 0);
     EXPECT_EQ(xsOf(doc), "|");
-    EXPECT_EQ(doc.layerFile[1], QStringLiteral("kept.txt"));
     addBoth(doc, 42, 1);
     EXPECT_EQ(xsOf(doc), "42 | 42");
 }
@@ -164,7 +170,8 @@ TEST(MapDocument, SelectionColourAndScaleChangeOnlyWhatTheyName)
         addBoth(doc, i + 1, 1);
     doc.setLineSelected(1, true);
     doc.setLabelSelected(2, true);
-    doc.recolorSelection({9, 8, 7});
+    doc.setLineColor(1, {9, 8, 7});
+    doc.setLabelColor(2, {9, 8, 7});
     const auto colours = [&doc] {
         std::string s;
         for (const MapLine& l : doc.lines())
@@ -175,7 +182,6 @@ TEST(MapDocument, SelectionColourAndScaleChangeOnlyWhatTheyName)
     };
     EXPECT_EQ(colours(), "0 24 0 0 0 24 ");
     doc.clearSelection();
-    doc.recolorSelection({1, 1, 1});
     EXPECT_EQ(colours(), "0 24 0 0 0 24 ");
 
     doc.rescale(2.5f);
@@ -184,11 +190,10 @@ TEST(MapDocument, SelectionColourAndScaleChangeOnlyWhatTheyName)
     EXPECT_EQ(doc.labels()[1].pos.sx, 5.0f);
 }
 
-TEST(MapDocument, RemovalsAreCountedOnlyWhenRecordsGo)
+TEST(MapDocument, RemovalsAreCountedOnlyWhenIndicesChange)
 {
     MapDocument doc;
-    doc.removeLastLine();
-    doc.removeLastLabel();
+    doc.takeRecordsFrom(0, 0);
     doc.removeRecordsWhere([](std::int16_t, bool) { return true; });
     EXPECT_EQ(doc.removals(), 0u);
     addBoth(doc, 1, 1);
@@ -196,9 +201,9 @@ TEST(MapDocument, RemovalsAreCountedOnlyWhenRecordsGo)
     EXPECT_EQ(doc.removals(), 0u) << "appending keeps every index";
     doc.removeRecordsWhere([](std::int16_t layer, bool) { return layer == 3; });
     EXPECT_EQ(doc.removals(), 0u);
-    doc.removeRecordsWhere([](std::int16_t layer, bool) { return layer == 1; });
-    doc.removeLastLine();
-    doc.clearRecords();
+    TakenRecords taken = doc.takeRecordsWhere([](std::int16_t layer, bool) { return layer == 1; });
+    doc.putBack(taken, 1);
+    doc.takeRecordsFrom(1, 1);
     EXPECT_EQ(doc.removals(), 3u);
 }
 

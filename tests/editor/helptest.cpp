@@ -22,6 +22,10 @@ TEST(About, FiveLinesEndingInTheVersion)
     ASSERT_EQ(lines.size(), 5);
     EXPECT_EQ(lines[4], QStringLiteral("Version: 2.2.0")) << "from the build's version";
     EXPECT_EQ(w.dialogs.messages[0].title, QStringLiteral("Plotwell"));
+    // The fourth line is the home page the build was given, or else where the readme is.
+    EXPECT_TRUE(aboutText(QString()).split(QStringLiteral("\r\n"))[3].contains(QStringLiteral("Help > Readme")));
+    EXPECT_EQ(aboutText(QStringLiteral("https://maps.test")).split(QStringLiteral("\r\n"))[3],
+              QStringLiteral("https://maps.test"));
 }
 
 TEST(Readme, OpensTheFileBesideTheProgramOrInItsDocumentationFolder)

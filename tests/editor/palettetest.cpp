@@ -94,6 +94,10 @@ TEST(Swatches, LeftTakesAPresetOtherButtonsStoreTheActiveColour)
     PaletteWorld w;
     Editor& e = w.editor;
     e.palette.activeColor = {10, 20, 30};
+    // The extra buttons (back, forward) reach the swatch as no button of its own.
+    swatchPressed(e, 5, 0);
+    EXPECT_EQ(w.settings.get("colorPresets", "5", "none"), QStringLiteral("none"));
+    EXPECT_EQ(e.palette.swatchColors[5], ColorRGB{});
     swatchPressed(e, 5, kRightButton);
     EXPECT_EQ(w.settings.get("colorPresets", "5", "none"), QStringLiteral("10,20,30"));
     EXPECT_EQ(w.settings.get("colorPresets", "23", "none"), QStringLiteral("0,0,0")) << "all 24 are written";
@@ -104,7 +108,7 @@ TEST(Swatches, LeftTakesAPresetOtherButtonsStoreTheActiveColour)
     swatchPressed(e, 7, kLeftButton);
     EXPECT_EQ(e.palette.activeColor, (ColorRGB{200, 100, 0}));
     EXPECT_EQ(w.colours(), (std::vector<int>{0x010101, 0x0064c8, 0x0064c8}));
-    EXPECT_EQ(w.focused, 2);
+    EXPECT_EQ(w.focused, 3);
 }
 
 TEST(Presets, SettingsValuesFillChannelsAndSwatchesEachOnItsOwn)

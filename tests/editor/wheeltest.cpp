@@ -1,10 +1,15 @@
 #include "editor/viewcommands.h"
+#include "view/viewcontrol.h"
 #include "view/wheel.h"
+#include "view/zoom.h"
 
 #include "tests/support/fakes.h"
+#include "tests/support/records.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <functional>
 #include <vector>
 
 using namespace plotwell;
@@ -88,6 +93,64 @@ TEST(MouseWheel, WithZHeldStepsTheCurrentZAndRedraws)
         EXPECT_EQ(w.surface.frames(), 1);
         EXPECT_TRUE(e.shell.wheelHooked);
     }
+}
+
+// Steps that would leave a scale or an offset a single cannot hold leave the
+// view as it was; the wheel then lets go, as on any failure.
+TEST(ViewSteps, AViewASingleCannotHoldIsNeverStored)
+{
+    constexpr float huge = 3e38f;
+    const struct {
+        const char* name;
+        float scale, offsetX;
+        SurfacePoint pointer;
+        std::function<void(Editor&)> step;
+    } cases[] = {
+        {"wheel back at the smallest scale", 0.5f, -huge, {huge, 0}, [](Editor& e) { onMouseWheel(e, -120); }},
+        {"wheel forward", 1, -huge, {huge, 0}, [](Editor& e) { onMouseWheel(e, 120); }},
+        {"zoom strip", 0.5f, -huge, {huge, 0},
+         [](Editor& e) { zoomStripMouseMove(e.view, e.doc, kLeftButton, ZoomStrip::kWidth / 2); }},
+        {"pan drag", 1, huge, {-huge, 0},
+         [](Editor& e) {
+             e.tools.choose(e, ToolId::Pan);
+             e.tools.press(e, kLeftButton, {-huge, 0});
+             e.tools.move(e, kLeftButton, {huge, 0});
+         }},
+    };
+    for (const auto& c : cases) {
+        FakeWorld w;
+        Editor& e = w.editor;
+        e.shell.wheelHooked = true;
+        setCurrentScale(e.view, e.doc, c.scale);
+        e.view.offsetX = c.offsetX;
+        e.view.lastMousePoint = e.view.zoomAnchor = c.pointer;
+        c.step(e);
+        EXPECT_EQ(e.view.currentScale, c.scale) << c.name;
+        EXPECT_EQ(e.view.offsetX, c.offsetX) << c.name;
+        EXPECT_EQ(e.view.offsetY, 0.0f) << c.name;
+    }
+}
+
+// A map near the single limit: its centre overflowed the fit, the wheel
+// then made the offsets NaN, and a click on the line grid read far outside it.
+TEST(ViewSteps, AMapAtTheSingleLimitFitsAndTakesTheWheelAndClicks)
+{
+    FakeWorld w;
+    Editor& e = w.editor;
+    e.shell.wheelHooked = true;
+    for (int i = 0; i < 3000; ++i)
+        addTestLine(e, 2.5e38f, float(i), 0, 2.5e38f, float(i + 1), 0, {255, 0, 0});
+    fitContentToScreen(e);
+    e.view.lastMousePoint = {e.view.mapWidth / 2, e.view.mapHeight / 2};
+    for (int notch = 0; notch < 3; ++notch)
+        onMouseWheel(e, -120);
+    e.tools.press(e, kLeftButton, e.view.lastMousePoint);
+    e.tools.release(e);
+    EXPECT_TRUE(std::isfinite(e.view.offsetX) && std::isfinite(e.view.offsetY)) << e.view.offsetX;
+    // Fitted at scale 1 with the middle of the map at the centre, which the
+    // wheel kept under the pointer.
+    EXPECT_EQ(e.view.currentScale, 0.5f);
+    EXPECT_EQ(e.view.offsetY, e.view.mapHeight / 2 - 1500 * 0.5f);
 }
 
 TEST(MouseWheel, DoesNothingOnceTheHookIsRemoved)

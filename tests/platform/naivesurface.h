@@ -31,6 +31,8 @@ public:
     void clear() override { m_image.fill(colour(m_back)); }
     void setPenWidth(int px) override { m_width = px; }
     void setPenColor(ColorRGB c) override { m_pen = c; }
+    int penWidth() const override { return m_width; }
+    ColorRGB penColor() const override { return m_pen; }
     void setFillColor(ColorRGB c) override { m_fill = c; }
     void line(float x1, float y1, float x2, float y2) override
     {

@@ -35,6 +35,10 @@ TEST(MapPicture, EveryFrameIsThatOfAWholeSingleThreadedFrameWithTheSelectionOnTo
     EditorOn w(screen);
     Editor& e = w.editor;
     fillBusyMap(e);
+    e.doc.clearSelection();
+    for (int i = 0; i < 12; ++i)
+        e.doc.setLineSelected(std::size_t(i * 300), true);
+    e.doc.setLabelSelected(7, true);
     setCurrentScale(e.view, e.doc, 20);
     e.view.offsetX = 600;
     e.view.offsetY = 300;
@@ -43,6 +47,7 @@ TEST(MapPicture, EveryFrameIsThatOfAWholeSingleThreadedFrameWithTheSelectionOnTo
     MapPicture picture(3); // more bands than cores, and uneven ones
     std::mt19937 rng(5);
     const auto pick = [&rng](int n) { return int(rng() % unsigned(n)); };
+    TakenRecords taken;
     const auto onBoth = [&](const std::function<void(QImageSurface&)>& f) { f(screen), f(reference); };
 
     const std::vector<std::pair<const char*, std::function<void()>>> steps = {
@@ -57,13 +62,22 @@ TEST(MapPicture, EveryFrameIsThatOfAWholeSingleThreadedFrameWithTheSelectionOnTo
              option = !option;
          }},
         {"edit", [&] {
-             const int what = pick(3);
+             const int what = pick(4);
+             const auto layer = std::int16_t(pick(kLayerCount));
              if (what == 0)
                  addTestLine(e, float(pick(200) - 40), 70, 5, float(pick(200) - 40), 90, 5, {0, 0, 255});
              else if (what == 1)
                  addTestLabel(e, float(pick(200) - 40), float(pick(200) - 40), 0, kWhite, "Edit");
+             else if (what == 2)
+                 e.doc.setLineColor(std::size_t(pick(int(e.doc.lineCount()))), {250, 120, 0});
+             else if (taken.empty())
+                 taken = e.doc.takeRecordsWhere([&](std::int16_t l, bool) { return l == layer; });
              else
-                 e.doc.removeLastLine();
+                 e.doc.putBack(taken, e.view.currentScale); // undo: back between the others
+         }},
+        {"player moves", [&] {
+             e.follower.marker.shown = pick(5) != 0;
+             e.follower.marker.at = MapPoint{float(pick(200) - 40), float(pick(200) - 40), 0};
          }},
         {"select", [&] {
              const std::size_t i = std::size_t(pick(int(e.doc.lineCount())));
@@ -74,14 +88,16 @@ TEST(MapPicture, EveryFrameIsThatOfAWholeSingleThreadedFrameWithTheSelectionOnTo
              const ColorRGB back = pick(2) ? kBlack : kWhite;
              onBoth([&](QImageSurface& s) { s.setBackColor(back); });
          }},
-        {"underlay", [&] { e.underlay.underlayOn = !e.underlay.underlayOn; }},
+        {"underlay", [&] { e.underlay.underlayOn = pick(3) == 0; }}, // on, it stops pans from scrolling
         {"resize", [&] {
              const float width = float(300 + pick(40)) * kPx;
              onBoth([&](QImageSurface& s) { s.resize(width, 240 * kPx); });
          }},
         {"stand still", [] {}},
     };
-    int scrolled = 0, overlaid = 0;
+    // As a surface that has drawn a frame before: label markers keep the pen's width.
+    onBoth([](QImageSurface& s) { s.setPenWidth(2); });
+    int scrolled = 0, overlaid = 0, pans = 0;
     for (int step = 0; step < 160; ++step) {
         const auto& [name, change] = steps[std::size_t(pick(int(steps.size())))];
         change();
@@ -95,8 +111,11 @@ TEST(MapPicture, EveryFrameIsThatOfAWholeSingleThreadedFrameWithTheSelectionOnTo
         reference.setState(frameEnd);
 
         const auto [differing, sameState] = compare(screen, reference);
-        // A scrolled picture may have a few line ends one pixel off, until it is painted whole.
-        EXPECT_LE(differing, picture.settling() ? 8 : 0) << step << ": " << name;
+        // QPainter does not draw a line moved by whole pixels exactly as it drew it before, nor
+        // do the offsets scale exactly: a scrolled picture may have a few line edges one pixel
+        // off, about one per hundred lines for each pan, until it is painted whole.
+        pans = picture.settling() ? pans + (std::string(name) == "drag by whole pixels") : 0;
+        EXPECT_LE(differing, pans * int(e.doc.lineCount() / 100)) << step << ": " << name;
         EXPECT_TRUE(sameState) << step << ": " << name;
         scrolled += picture.settling() && !wasScrolled;
         if (std::string(name) == "flash" && !wasScrolled && e.doc.hasSelection()) {
@@ -112,7 +131,7 @@ TEST(MapPicture, EveryFrameIsThatOfAWholeSingleThreadedFrameWithTheSelectionOnTo
             onBoth([&](QImageSurface& s) {
                 s.setTextPosition(x, y);
                 s.print("Loc: 12, 34");
-                s.line(0, 0, y, x);
+                s.line(x, y, x + 40 * kPx, y + 20 * kPx);
             });
         }
     }

@@ -20,11 +20,17 @@
 #include <QUrl>
 #include <QWheelEvent>
 
+#include "document/mapwriter.h"
+#include "tests/support/files.h"
 #include "tests/support/qtprinters.h"
+
+#include <QTest>
 
 #include <gtest/gtest.h>
 
 using namespace plotwell;
+using plotwell::test::fileBytes;
+using plotwell::test::writeBytes;
 
 
 TEST(MainWindow, PanelsFitAtTheDefaultSizeAndFollowAResize)
@@ -161,7 +167,10 @@ TEST(MainWindow, TheMapForwardsKeysAndMouseToTheEditor)
     // The Pan icon is raised once chosen; a drag then moves the view, in twips.
     QMouseEvent choose(QEvent::MouseButtonPress, QPointF(3, 3), QPointF(3, 3), Qt::LeftButton, Qt::LeftButton,
                        Qt::NoModifier);
+    QMouseEvent chosen(QEvent::MouseButtonRelease, QPointF(3, 3), QPointF(3, 3), Qt::LeftButton, Qt::NoButton,
+                       Qt::NoModifier);
     QCoreApplication::sendEvent(window.controls().imgTool[1], &choose);
+    QCoreApplication::sendEvent(window.controls().imgTool[1], &chosen);
     EXPECT_EQ(window.controls().imgTool[1]->frameShadow(), QFrame::Raised);
     EXPECT_EQ(window.controls().imgTool[0]->frameShadow(), QFrame::Plain);
     EXPECT_EQ(map->cursor().shape(), Qt::SizeAllCursor);
@@ -172,6 +181,41 @@ TEST(MainWindow, TheMapForwardsKeysAndMouseToTheEditor)
     QCoreApplication::sendEvent(map, &move);
     EXPECT_EQ(window.editor().view.offsetX, 500.0f + 20 * 15);
     EXPECT_EQ(window.editor().view.offsetY, 4.0f * 15);
+}
+
+TEST(MainWindow, IconsAndMarkersTakeALeftClickAndStripsHandTheFocusBack)
+{
+    MainWindow window;
+    window.show();
+    const Controls& c = window.controls();
+    const Editor& e = window.editor();
+    const auto mouse = [](QWidget* target, QEvent::Type type, Qt::MouseButton button, QPointF at = {3, 3}) {
+        const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
+        QMouseEvent event(type, at, target->mapToGlobal(at), button, held, Qt::NoModifier);
+        QCoreApplication::sendEvent(target, &event);
+    };
+    for (QWidget* target : {static_cast<QWidget*>(c.imgTool[2]), static_cast<QWidget*>(c.lbActiveLayer[3])}) {
+        for (const Qt::MouseButton other : {Qt::RightButton, Qt::MiddleButton, Qt::BackButton}) {
+            mouse(target, QEvent::MouseButtonPress, other);
+            mouse(target, QEvent::MouseButtonRelease, other);
+        }
+        // Pressed, then let go outside: no click.
+        mouse(target, QEvent::MouseButtonPress, Qt::LeftButton);
+        mouse(target, QEvent::MouseButtonRelease, Qt::LeftButton, {-40, 3});
+        mouse(target, QEvent::MouseButtonPress, Qt::LeftButton);
+    }
+    EXPECT_EQ(e.tools.current(), ToolId::Pointer);
+    EXPECT_EQ(e.doc.activeLayer, 0);
+    mouse(c.imgTool[2], QEvent::MouseButtonRelease, Qt::LeftButton);
+    mouse(c.lbActiveLayer[3], QEvent::MouseButtonRelease, Qt::LeftButton);
+    EXPECT_EQ(e.tools.current(), ToolId::Select);
+    EXPECT_EQ(e.doc.activeLayer, 3);
+
+    // Passing over a colour strip with no button held gives the map the keys.
+    c.chkLines->setFocus();
+    ASSERT_EQ(window.focusWidget(), c.chkLines);
+    mouse(c.sldColor[1], QEvent::MouseMove, Qt::NoButton);
+    EXPECT_EQ(window.focusWidget(), c.map);
 }
 
 TEST(MainWindow, TheWheelZoomsOncePerNotchUntilShutdownLetsItGo)
@@ -204,6 +248,92 @@ TEST(MainWindow, TheWheelZoomsOncePerNotchUntilShutdownLetsItGo)
     window.endTimerTick();
     turn(120, 4);
     EXPECT_FLOAT_EQ(window.editor().view.currentScale, 2.0f);
+}
+
+namespace {
+
+// A press of the left button on a widget at a point in pixels.
+void leftPress(QWidget* widget, QPointF at)
+{
+    QMouseEvent press(QEvent::MouseButtonPress, at, widget->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(widget, &press);
+}
+
+QAction* fileMenuEntry(MainWindow& window, const QString& text)
+{
+    for (QAction* entry : window.menuBar()->actions().front()->menu()->actions())
+        if (entry->text() == text)
+            return entry;
+    return nullptr;
+}
+
+} // namespace
+
+TEST(MainWindow, TheEditMenuAndItsKeysUndoAndRedo)
+{
+    MainWindow window;
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QStringList menus;
+    for (QAction* menu : window.menuBar()->actions())
+        menus << menu->text();
+    EXPECT_EQ(menus, (QStringList{"File", "Edit", "Tools", "Help"}));
+    const Controls& c = window.controls();
+    EXPECT_FALSE(c.mnuUndo->isEnabled() || c.mnuRedo->isEnabled());
+
+    QTest::mouseClick(c.imgTool[3], Qt::LeftButton, {}, {3, 3}); // the Line tool: two clicks make a line
+    leftPress(c.map, {10, 10});
+    leftPress(c.map, {50, 40});
+    EXPECT_TRUE(c.mnuUndo->isEnabled());
+    EXPECT_EQ(c.mnuUndo->text(), QStringLiteral("Undo Line"));
+    const auto keyOnMap = [&](Qt::KeyboardModifiers modifiers, Qt::Key key, std::size_t lines) {
+        QTest::keyClick(c.map, key, modifiers);
+        EXPECT_EQ(window.editor().doc.lineCount(), lines) << QKeySequence(modifiers | key).toString().toStdString();
+    };
+    keyOnMap(Qt::ControlModifier, Qt::Key_Z, 0);
+    EXPECT_FALSE(c.mnuUndo->isEnabled());
+    EXPECT_EQ(c.mnuUndo->text(), QStringLiteral("Undo"));
+    EXPECT_EQ(c.mnuRedo->text(), QStringLiteral("Redo Line"));
+    keyOnMap(Qt::ControlModifier, Qt::Key_Y, 1);
+    keyOnMap(Qt::ControlModifier, Qt::Key_Z, 0);
+    keyOnMap(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_Z, 1);
+    EXPECT_FALSE(c.mnuRedo->isEnabled());
+    QTest::keyPress(c.map, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_FALSE(window.editor().keys.zKey) << "Ctrl+Z is not Z held for the wheel";
+}
+
+TEST(MainWindow, EditsNotSavedWhenTheProgramEndsAreRecoveredInTheNextRun)
+{
+    QTemporaryDir dir;
+    const QString path = writeBytes(dir.filePath(QStringLiteral("zone.txt")), "L 1,2,3,4,5,6,7,8,9\r\n");
+    std::string edited;
+    {
+        MainWindow window;
+        window.ended = [] {};
+        window.openFiles({path});
+        QTest::mouseClick(window.controls().imgTool[3], Qt::LeftButton, {}, {3, 3});
+        leftPress(window.controls().map, {10, 10});
+        leftPress(window.controls().map, {50, 40});
+        edited = formatLayer(window.editor().doc, 0);
+        // Closed at once, before a copy was due: two ticks and no question.
+        window.close();
+        window.endTimerTick();
+        window.endTimerTick();
+        QtRecoveryPlace place;
+        EXPECT_FALSE(RecoveryKeeper(place).canRecover()) << "a program still running keeps its copies";
+    }
+    MainWindow next;
+    QAction* recover = fileMenuEntry(next, QStringLiteral("Recover Unsaved Layers"));
+    ASSERT_TRUE(recover->isEnabled());
+    recover->trigger();
+    EXPECT_FALSE(recover->isEnabled());
+    fileMenuEntry(next, QStringLiteral("Save all layers"))->trigger();
+    EXPECT_EQ(fileBytes(path).toStdString(), edited);
+    EXPECT_EQ(std::count(edited.begin(), edited.end(), '\n'), 2);
+    next.controls().mnuUndo->trigger();
+    EXPECT_EQ(next.editor().doc.lineCount(), 0u) << "recovering is a step";
 }
 
 TEST(QtProgress, AppearsOnlyForLongTasksAndReportsACancel)

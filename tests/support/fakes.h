@@ -102,6 +102,18 @@ public:
     void end() override { ++ended; }
 };
 
+// The export dialog answers with its options as a test set them, or cancels.
+class ScriptedPictureDialog : public PictureDialog {
+public:
+    bool accept = true;
+    int shown = 0;
+    bool show(QSize, bool) override
+    {
+        ++shown;
+        return accept;
+    }
+};
+
 // The fakes of every service but the drawing surface.
 struct FakeServices {
     ScriptedFileDialog fileDialog;
@@ -111,11 +123,12 @@ struct FakeServices {
     MemoryClipboard clipboard;
     RecordingLauncher launcher;
     ScriptedProgress progress;
+    ScriptedPictureDialog pictureDialog;
 };
 
 // An editor wired to fakes, drawing on the given surface and sized to it.
 struct EditorOn : FakeServices {
-    explicit EditorOn(DrawingSurface& surface) : editor(Services{surface, fileDialog, dialogs, settings, events, clipboard, launcher, progress})
+    explicit EditorOn(DrawingSurface& surface) : editor(Services{surface, fileDialog, dialogs, settings, events, clipboard, launcher, progress, pictureDialog})
     {
         editor.view.mapWidth = surface.width();
         editor.view.mapHeight = surface.height();

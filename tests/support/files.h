@@ -24,4 +24,12 @@ inline QString writeBytes(const QString& path, const QByteArray& bytes)
     return file.fileName();
 }
 
+// Appends the bytes to a file, as a program writing a log does.
+inline void appendBytes(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Append)) << path.toStdString();
+    file.write(bytes);
+}
+
 } // namespace plotwell::test

@@ -36,6 +36,8 @@ public:
     void clear() override { add(Op::Clear); }
     void setPenWidth(int px) override { m_penWidth = px; add(Op::PenWidth, float(px)); }
     void setPenColor(ColorRGB c) override { m_pen = c; add(Op::PenColor, 0, 0, 0, 0, c); }
+    int penWidth() const override { return m_penWidth; }
+    ColorRGB penColor() const override { return m_pen; }
     void setFillColor(ColorRGB c) override { m_fill = c; add(Op::FillColor, 0, 0, 0, 0, c); }
     void line(float x1, float y1, float x2, float y2) override { add(Op::Line, x1, y1, x2, y2, m_pen); }
     void circle(float cx, float cy, float r, ColorRGB outline) override { add(Op::Circle, cx, cy, r, 0, outline); }

@@ -136,6 +136,10 @@ TEST(LabelTool, EnterMakesALabelWhereTheBoxOpened)
         {"   ", "P 40,60,5,10,20,30,1,\r\n"},
         {"  Old  Bank ", "P 40,60,5,10,20,30,1,Old__Bank\r\n"},
         {"Gate,North", "P 40,60,5,10,20,30,1,Gate\r\n"},
+        // A single-line box keeps what comes before a pasted line break.
+        {"Guard Tower\nLevel 2", "P 40,60,5,10,20,30,1,Guard_Tower\r\n"},
+        {"Bank \r\n", "P 40,60,5,10,20,30,1,Bank\r\n"},
+        {"\rBank", nullptr},
         {"Stra\xc3\x9f" "e \xe2\x98\x83", "P 40,60,5,10,20,30,1,Stra\xdf" "e_?\r\n"},
     };
     for (const auto& c : cases) {

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "editor/editcommands.h"
+#include "editor/history.h"
+
+#include <QString>
+
+#include <array>
+
+namespace plotwell {
+
+class Editor;
+
+// Edits of the records made as steps of the edit history. The records change
+// through the document's own operations; these record what changed.
+
+// Where the record arrays end now.
+AppendMark appendMark(const MapDocument& doc);
+
+// Makes everything appended since mark one step called what; no step when
+// nothing was appended. Appending records from anywhere as one step:
+//     const AppendMark mark = appendMark(editor.doc);
+//     editor.doc.addLine(text, layer, editor.view.currentScale); // as many as there are
+//     pushAppended(editor, mark, QStringLiteral("Line"));
+// A step that continues a gesture joins the step before it, when that one
+// appended just before it under the same name.
+void pushAppended(Editor& editor, AppendMark mark, const QString& what,
+                  EditHistory::Gesture gesture = EditHistory::Gesture::Ends);
+
+// Makes records just taken out of the document one step; none when empty.
+void pushRemoved(Editor& editor, TakenRecords removed, const QString& what);
+
+// Gives every selected line and label the colour, as one step when any of
+// them changes. Steps that continue a gesture on the same records join.
+void recolorSelection(Editor& editor, ColorRGB colour, EditHistory::Gesture gesture = EditHistory::Gesture::Ends);
+
+// Edit > Undo and Edit > Redo: the newest step undone, or the step undone
+// last redone. A frame held by a tool is let go, so that the map shows it.
+void undoEdit(Editor& editor);
+void redoEdit(Editor& editor);
+
+// An edit that may take the records of layers out, append records and give
+// layers other files, as one step: loading files, closing all layers,
+// recovering. Made before the edit, pushed after it.
+class LayerStep {
+public:
+    explicit LayerStep(Editor& editor);
+    ~LayerStep();
+    LayerStep(const LayerStep&) = delete;
+    LayerStep& operator=(const LayerStep&) = delete;
+
+    Editor& editor() { return m_editor; }
+    // Takes out every record of the layers in mask (a bit per layer), before
+    // anything is appended.
+    void takeLayers(unsigned mask);
+    // Pushes the step when anything changed. The layers in savedMask now hold
+    // just what their files hold.
+    void push(const QString& what, unsigned savedMask = 0);
+
+private:
+    Editor& m_editor;
+    std::array<LayerFile, kLayerCount> m_files; // as they were before
+    TakenRecords m_removed;
+    AppendMark m_mark;
+    bool m_pushed = false;
+};
+
+} // namespace plotwell

@@ -1,0 +1,137 @@
+#include "editor/gamelog.h"
+
+#include "editor/drawlines.h"
+#include "editor/edits.h"
+#include "editor/editor.h"
+#include "editor/maploading.h"
+#include "platform/filetail.h"
+#include "platform/filewatch.h"
+#include "tools/gameloc.h"
+#include "tools/recordtext.h"
+#include "view/viewcontrol.h"
+
+#include <QDir>
+
+namespace plotwell {
+namespace {
+
+const QString kSettings = QStringLiteral("settings");
+const QString kLogFolderKey = QStringLiteral("previousLogFolder");
+// A log that grew by megabytes while the program was busy is read a few
+// reads a call, so that the window keeps answering; the timer reads on.
+constexpr int kReadsPerPoll = 4;
+
+// The log's path from the open dialog, which is left as the map commands had
+// it, since they share it; none when cancelled.
+QString askLogPath(Editor& editor)
+{
+    FileDialog& dialog = editor.services.fileDialog;
+    const QString folderBefore = dialog.initialFolder;
+    const QString nameBefore = dialog.fileName;
+    const QString filterBefore = dialog.filter;
+    dialog.initialFolder = editor.services.settings.get(kSettings, kLogFolderKey, QStringLiteral("."));
+    dialog.fileName.clear();
+    dialog.filter = QStringLiteral("Game logs (eqlog_*.txt)|eqlog_*.txt|Text files (*.txt)|*.txt|All Files(*.*)|*.*");
+    const bool chosen = dialog.showOpen() && !dialog.fileName.isEmpty();
+    const QString path = QDir::toNativeSeparators(dialog.fileName);
+    dialog.initialFolder = folderBefore;
+    dialog.fileName = nameBefore;
+    dialog.filter = filterBefore;
+    return chosen ? path : QString();
+}
+
+// The walk from one location to the next, in the active colour on the active
+// layer, each end at its own location's height: composed as a drawn line is,
+// so it saves like any other line, and one step of the history.
+void appendPathLine(Editor& editor, const MapPoint& from, const MapPoint& to)
+{
+    std::int16_t layer = 0;
+    const AppendMark mark = appendMark(editor.doc);
+    // Every single writes as text that reads back, so the text always converts.
+    editor.doc.addLine(lineRecordText(from, to, editor.palette.activeColor), layer, editor.view.currentScale);
+    pushAppended(editor, mark, QStringLiteral("Path"));
+}
+
+void moveTo(Editor& editor, const MapPoint& loc)
+{
+    PlayerMarker& marker = editor.follower.marker;
+    // A location at the same place on the map, whatever its height, draws
+    // nothing: a line needs two places.
+    const bool moved = marker.at.x != loc.x || marker.at.y != loc.y;
+    if (editor.follower.recordPath && marker.shown && moved)
+        appendPathLine(editor, marker.at, loc);
+    marker.shown = true;
+    marker.at = loc;
+    editor.view.currentZ = loc.z;
+    editor.view.readout.z = singleCaption(loc.z);
+}
+
+} // namespace
+
+GameLogFollower::GameLogFollower() = default;
+GameLogFollower::~GameLogFollower() = default;
+
+void followGameLogFromMenu(Editor& editor)
+{
+    if (editor.follower.following()) {
+        stopFollowing(editor);
+        return;
+    }
+    const QString path = askLogPath(editor);
+    if (path.isEmpty())
+        return;
+    editor.services.settings.save(kSettings, kLogFolderKey, folderOf(path));
+    followGameLog(editor, path);
+}
+
+void followGameLog(Editor& editor, const QString& path)
+{
+    stopFollowing(editor);
+    GameLogFollower& follower = editor.follower;
+    follower.tail = std::make_unique<FileTail>(path);
+    follower.watch = std::make_unique<FileWatch>(
+        path, [&editor] { editor.runEventHandler([&editor] { return pollGameLog(editor); }); }, follower.useSystemWatch);
+}
+
+void stopFollowing(Editor& editor)
+{
+    GameLogFollower& follower = editor.follower;
+    follower.watch.reset();
+    follower.tail.reset();
+    follower.lines.reset();
+    if (follower.marker.shown) {
+        follower.marker.shown = false;
+        editor.frameDirty = true;
+    }
+}
+
+void toggleRecordPath(Editor& editor) { editor.follower.recordPath = !editor.follower.recordPath; }
+
+bool pollGameLog(Editor& editor)
+{
+    GameLogFollower& follower = editor.follower;
+    if (!follower.tail)
+        return false;
+    bool moved = false;
+    for (int i = 0; i < kReadsPerPoll; ++i) {
+        const FileTail::Bytes got = follower.tail->read();
+        if (got.restarted)
+            follower.lines.reset();
+        follower.lines.feed(got.bytes, [&](std::string_view line) {
+            if (const auto loc = parseLocLine(line)) {
+                moveTo(editor, *loc);
+                moved = true;
+            }
+        });
+        if (!got.more)
+            break;
+    }
+    if (!moved)
+        return false;
+    // The marker is shown at once, over whatever a tool held on the map.
+    editor.holdDrawing = false;
+    drawLines(editor);
+    return true;
+}
+
+} // namespace plotwell

@@ -1,0 +1,19 @@
+#!/usr/bin/env bash
+# Sourced by ./test.sh and scripts/soak.sh: installs what is missing and builds
+# everything in build/ (Release), or with --sanitize in build-asan/ under
+# AddressSanitizer and UndefinedBehaviorSanitizer, where any report ends the
+# program. Leaves the folder in $build and, with --sanitize, exports the
+# sanitizers' options for what runs next.
+build=build
+type=Release
+options=()
+if [ "${1:-}" = --sanitize ]; then
+  build=build-asan
+  type=RelWithDebInfo
+  options=(-DPLOTWELL_SANITIZE=ON)
+  export ASAN_OPTIONS="halt_on_error=1:abort_on_error=1:detect_leaks=1:detect_stack_use_after_return=1"
+  export UBSAN_OPTIONS="halt_on_error=1:print_stacktrace=1"
+fi
+./scripts/install-deps.sh
+cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE="$type" -DBUILD_TESTING=ON "${options[@]}" >/dev/null
+cmake --build "$build"

@@ -1,0 +1,86 @@
+#include "editor/edits.h"
+#include "editor/gamelog.h"
+#include "editor/layercommands.h"
+#include "editor/mapsaving.h"
+
+#include "tests/support/fakes.h"
+#include "tests/support/files.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace plotwell;
+using namespace plotwell::test;
+
+namespace {
+
+const QByteArray kTime = "[Mon Nov 23 18:00:00 2026] ";
+
+} // namespace
+
+TEST(FollowGameLog, LocationsAppendedToTheLogMoveTheMarkerSetZAndDrawThePath)
+{
+    QTemporaryDir dir;
+    const QString log = writeBytes(dir.filePath(QStringLiteral("eqlog_Torvane_quillmere.txt")),
+                                   kTime + "Your Location is 1, 2, 3\r\n"); // old: never read
+    FakeWorld w;
+    Editor& e = w.editor;
+    setActiveLayer(e, 2);
+    e.palette.activeColor = {10, 20, 30};
+    w.fileDialog.answers = {log};
+    followGameLogFromMenu(e);
+    EXPECT_EQ(w.settings.get(QStringLiteral("settings"), QStringLiteral("previousLogFolder"), {}), dir.path() + "/");
+    toggleRecordPath(e);
+    EXPECT_FALSE(pollGameLog(e));
+    const auto append = [&](const QByteArray& bytes) {
+        appendBytes(log, bytes);
+        pollGameLog(e);
+    };
+    const auto markerAt = [&](float x, float y, float z) {
+        EXPECT_TRUE(e.follower.marker.shown);
+        EXPECT_EQ(e.follower.marker.at.x, x);
+        EXPECT_EQ(e.follower.marker.at.y, y);
+        EXPECT_EQ(e.view.currentZ, z);
+    };
+
+    append(kTime + "You say, 'Your Location is 9, 9, 9'\n" + kTime + "Your Location is 100.5, -200, 5.25\n" + kTime
+           + "Your Loc");
+    markerAt(200, -100.5f, 5.25f);
+    EXPECT_EQ(e.view.readout.z, QStringLiteral("5.25"));
+    EXPECT_EQ(e.doc.lineCount(), 0u) << "the first location only places the marker";
+    append("ation is -30, 40.25, -7\r\n" + kTime + "Your Location is -30, 40.25, -7\r\n");
+    markerAt(-40.25f, 30, -7);
+    EXPECT_EQ(e.doc.lineCount(), 1u) << "a location equal to the one before adds nothing";
+
+    writeBytes(log, kTime + "Your Location is 0, 0, 0\n" + kTime + "Your Location is 1"); // cut short
+    pollGameLog(e);
+    markerAt(0, 0, 0);
+    QFile::remove(log);
+    pollGameLog(e);
+    // The new file's first bytes do not finish the old file's last line.
+    writeBytes(log, "11, 22, 33\n" + kTime + "Your Location is 5, -5, 1\n" + QByteArray(100000, 'x') + "\n" + kTime
+                        + "Your Location is 12345.67, 1e3, 10\n");
+    pollGameLog(e);
+    markerAt(-1000, -12345.67f, 10);
+
+    // The marker is drawn over the frame, and the pen is left as the frame left it.
+    const auto ops = w.surface.only(RecordingSurface::Op::Line);
+    ASSERT_FALSE(ops.empty());
+    EXPECT_EQ(ops.back().pen, PlayerMarker::kColour);
+    EXPECT_EQ(ops.back().a, -1000.0f);
+    EXPECT_EQ(w.surface.penColor(), kBlack);
+    EXPECT_EQ(w.surface.penWidth(), 2);
+
+    EXPECT_EQ(e.history.undoText(), QStringLiteral("Undo Path"));
+    e.doc.layerFile[2] = dir.filePath(QStringLiteral("walk.txt"));
+    saveAllLayers(e);
+    EXPECT_EQ(fileBytes(e.doc.layerFile[2]).toStdString(), "L 200,-100.5,5.25,-40.25,30,-7,10,20,30\r\n"
+                                             "L -40.25,30,-7,0,0,0,10,20,30\r\n"
+                                             "L 0,0,0,5,-5,1,10,20,30\r\n"
+                                             "L 5,-5,1,-1000,-12345.67,10,10,20,30\r\n");
+    stopFollowing(e);
+    EXPECT_FALSE(e.follower.marker.shown);
+    EXPECT_FALSE(e.follower.following());
+}

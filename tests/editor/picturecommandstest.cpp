@@ -1,0 +1,71 @@
+#include "editor/picturecommands.h"
+
+#include "tests/support/fakes.h"
+#include "tests/support/records.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace plotwell;
+using namespace plotwell::test;
+
+namespace {
+
+// Each answer of the export dialog and the save dialog, and what it comes to:
+// a picture of the given size, or a message and no file at all.
+TEST(ExportPicture, WritesThePictureOrTellsWhyNot)
+{
+    const struct {
+        const char* name;
+        PictureArea area;
+        QSize size;
+        PictureFormat format;
+        const char* answer;  // the save dialog's answer, in the folder
+        const char* written; // the file, empty when none
+        QSize pixels;        // its size
+        const char* message; // part of the message, empty when none
+        bool atOnePoint = false;
+    } cases[] = {
+        {"whole map", PictureArea::WholeMap, {300, 200}, PictureFormat::Png, "a.png", "a.png", {300, 200}, ""},
+        {"current view", PictureArea::CurrentView, {9, 9}, PictureFormat::Png, "b.PNG", "b.PNG", {453, 477}, ""},
+        {"name without extension", PictureArea::WholeMap, {64, 64}, PictureFormat::Svg, "c", "c.svg", {}, ""},
+        {"unknown extension", PictureArea::WholeMap, {64, 64}, PictureFormat::Png, "d.jpg", "", {}, "neither .png nor .svg"},
+        {"unwritable", PictureArea::WholeMap, {64, 64}, PictureFormat::Png, "none/e.png", "", {}, "could not be written to"},
+        {"size 0", PictureArea::WholeMap, {0, 64}, PictureFormat::Png, "f.png", "", {}, "from 1 to 32768 pixels"},
+        {"too large", PictureArea::WholeMap, {32769, 64}, PictureFormat::Png, "g.png", "", {}, "from 1 to 32768 pixels"},
+        {"one point", PictureArea::WholeMap, {64, 64}, PictureFormat::Png, "h.png", "", {}, "lies at one point", true},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        QTemporaryDir dir;
+        FakeWorld w;
+        if (c.atOnePoint) {
+            addTestLabel(w.editor, 5, 5, 0, kBlack, "Here");
+        } else {
+            addTestLine(w.editor, 0, 0, 0, 100, 50, 0, kBlack);
+        }
+        w.fileDialog.filter = "maps";
+        w.fileDialog.answers.push_back(dir.filePath(c.answer));
+        w.pictureDialog.options = {c.area, c.size, c.format, false};
+        exportPictureFromMenu(w.editor);
+
+        const QStringList files = QDir(dir.path()).entryList(QDir::Files | QDir::Hidden);
+        EXPECT_EQ(files, *c.written ? QStringList{c.written} : QStringList{});
+        if (c.format == PictureFormat::Png && *c.written) {
+            EXPECT_EQ(QImage(dir.filePath(c.written)).size(), c.pixels);
+        }
+        ASSERT_EQ(w.dialogs.messages.size(), *c.message ? 1u : 0u);
+        if (*c.message) {
+            EXPECT_TRUE(w.dialogs.messages[0].text.contains(c.message)) << w.dialogs.messages[0].text.toStdString();
+        }
+        // Problems found before the file is asked for are told first.
+        EXPECT_EQ(w.fileDialog.saves, c.size.width() == 0 || c.size.width() > 32768 || c.atOnePoint ? 0 : 1);
+        EXPECT_EQ(w.fileDialog.filter, "maps") << "the map commands' dialog is left as it was";
+    }
+}
+
+} // namespace

@@ -1,0 +1,107 @@
+#include "editor/mapsaving.h"
+#include "editor/recovery.h"
+#include "editor/viewcommands.h"
+#include "platform/recoveryplace.h"
+#include "view/zoom.h"
+
+#include "tests/support/childrun.h"
+#include "tests/support/fakes.h"
+#include "tests/support/files.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+using namespace plotwell;
+using namespace plotwell::test;
+
+namespace {
+
+// A temporary folder and a clock the test moves.
+class FakePlace : public RecoveryPlace {
+public:
+    QTemporaryDir dir;
+    qint64 now = 0;
+    QString folder() const override { return dir.path(); }
+    qint64 msecsNow() const override { return now; }
+};
+
+// The copy of layer 0 in the one run folder there is, or "(none)".
+std::string copyOfBaseLayer(const FakePlace& place)
+{
+    const QDir folder(place.folder());
+    for (const QString& run : folder.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        const QString records = folder.filePath(run + QStringLiteral("/layer0.txt"));
+        if (QFile::exists(records))
+            return fileBytes(records).toStdString();
+    }
+    return "(none)";
+}
+
+void drawLine(Editor& e, float y)
+{
+    e.tools.choose(e, ToolId::Line);
+    e.tools.press(e, kLeftButton, {10, y});
+    e.tools.press(e, kLeftButton, {20, y});
+    mapKeyDown(e, Key::Escape, 0);
+}
+
+TEST(Recovery, ACopyFollowsTheEditsWhenTheyPauseAndGoesWhenTheLayerIsSaved)
+{
+    FakePlace place;
+    FakeWorld w;
+    Editor& e = w.editor;
+    RecoveryKeeper keeper(place);
+    const auto tickAt = [&](qint64 t) {
+        place.now = t;
+        keeper.tick(e);
+        keeper.waitForCopy();
+        return copyOfBaseLayer(place);
+    };
+    drawLine(e, 1);
+    EXPECT_EQ(tickAt(0), "(none)");
+    EXPECT_EQ(tickAt(2999), "(none)");
+    EXPECT_EQ(tickAt(3000), "L 10,1,0,20,1,0,0,0,0\r\n");
+    drawLine(e, 2);
+    EXPECT_EQ(tickAt(4000), "L 10,1,0,20,1,0,0,0,0\r\n");
+    EXPECT_EQ(tickAt(7000), "L 10,1,0,20,1,0,0,0,0\r\nL 10,2,0,20,2,0,0,0,0\r\n");
+    e.history.undo(e);
+    e.history.undo(e);
+    EXPECT_EQ(tickAt(7500), "(none)") << "undone back to what was saved";
+    e.history.redo(e);
+    EXPECT_EQ(tickAt(8000), "(none)");
+    EXPECT_EQ(tickAt(11000), "L 10,1,0,20,1,0,0,0,0\r\n");
+    w.fileDialog.answers = {QDir(place.folder()).filePath(QStringLiteral("saved.txt"))};
+    saveAllLayers(e);
+    EXPECT_EQ(tickAt(11500), "(none)");
+
+    // Edits that never pause are copied after the longest wait, no sooner.
+    qint64 firstCopy = -1;
+    for (qint64 t = 30000; t <= 70000 && firstCopy < 0; t += 1000) {
+        drawLine(e, float(t / 1000));
+        if (tickAt(t) != "(none)")
+            firstCopy = t;
+    }
+    EXPECT_EQ(firstCopy, 30000 + RecoveryKeeper::kLongestWaitMsecs);
+}
+
+#ifdef Q_OS_UNIX
+TEST(Recovery, CopiesOfAProgramThatDiedAreOffered)
+{
+    FakePlace place;
+    // The child ends without a word, as a crash would: its lock stays behind.
+    const auto ended = runInChild({}, [&] {
+        FakeWorld w;
+        RecoveryKeeper keeper(place);
+        drawLine(w.editor, 3);
+        return keeper.flush(w.editor) ? "written" : "not written";
+    });
+    EXPECT_EQ(ended, std::optional<std::string>("written"));
+    EXPECT_TRUE(RecoveryKeeper(place).canRecover());
+}
+#endif
+
+} // namespace

@@ -1,0 +1,147 @@
+#include "editor/drawlines.h"
+#include "platform/qimagesurface.h"
+#include "platform/twips.h"
+#include "render/picturefile.h"
+#include "render/pictureframe.h"
+#include "view/viewcontrol.h"
+
+#include "tests/support/fakes.h"
+#include "tests/support/records.h"
+
+#include <QImage>
+#include <QTemporaryDir>
+#include <QXmlStreamReader>
+
+#include <gtest/gtest.h>
+
+using namespace plotwell;
+using namespace plotwell::test;
+
+namespace {
+
+constexpr ColorRGB kRed{255, 0, 0};
+constexpr ColorRGB kGreen{0, 255, 0};
+constexpr ColorRGB kBlue{0, 0, 255};
+
+// Fitted into 240 x 140 pixels with a margin of 16, the box of 100 x 50 world
+// units takes 2.08 pixels a unit: 208 x 104 pixels from (16, 18).
+struct SmallMap : FakeWorld {
+    SmallMap()
+    {
+        addTestLine(editor, 0, 0, 0, 100, 0, 0, kRed);
+        addTestLine(editor, 0, 50, 0, 100, 50, 0, kBlue);
+        addTestLine(editor, 0, 500, 0, 100, 500, 0, kGreen, 1); // on a hidden layer: neither drawn nor fitted
+        addTestLabel(editor, 0, 0, 0, kBlack, "Camp Fire\x01"); // XML holds no control characters
+        editor.doc.setLineSelected(0, true); // a selected pure red would flash cyan
+    }
+    FrameSource map() const { return {editor.doc, editor.view, editor.display, editor.layers.checked, editor.underlay}; }
+    QString write(PictureFormat format, PictureOptions options = {})
+    {
+        if (options.area == PictureArea::WholeMap)
+            options.size = QSize(240, 140);
+        const QString path = dir.filePath(format == PictureFormat::Png ? "map.png" : "map.svg");
+        const PictureFrame frame = pictureFrame(options, map());
+        EXPECT_TRUE(frame.error.isEmpty()) << frame.error.toStdString();
+        EXPECT_EQ(writePicture(path, format, frame, map(), kWhite), QString());
+        return path;
+    }
+    QTemporaryDir dir;
+};
+
+TEST(Picture, APngOfTheWholeMapShowsTheVisibleRecordsFittedInTheirOwnColours)
+{
+    SmallMap m;
+    const QImage png(m.write(PictureFormat::Png));
+    ASSERT_EQ(png.size(), QSize(240, 140));
+    const struct {
+        QPoint at;
+        ColorRGB colour;
+    } pixels[] = {{{120, 18}, kRed}, {{220, 18}, kRed}, {{120, 122}, kBlue}, {{120, 70}, kWhite},
+                  {{2, 2}, kWhite},   {{120, 8}, kWhite}, {{237, 122}, kWhite}};
+    for (const auto& p : pixels)
+        EXPECT_EQ(png.pixel(p.at), toQColor(p.colour).rgb()) << p.at.x() << "," << p.at.y();
+}
+
+// The elements of an SVG drawing, each with the attributes its groups give it.
+std::vector<QXmlStreamAttributes> svgElements(const QString& path, const QString& name, QString* text = nullptr)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    QXmlStreamReader xml(&file);
+    std::vector<QXmlStreamAttributes> groups{{}}, found;
+    while (!xml.atEnd()) {
+        xml.readNext();
+        if (xml.isStartElement()) {
+            QXmlStreamAttributes attributes = groups.back();
+            for (const QXmlStreamAttribute& a : xml.attributes()) {
+                attributes.erase(std::remove_if(attributes.begin(), attributes.end(),
+                                                [&](const auto& b) { return b.name() == a.name(); }),
+                                 attributes.end());
+                attributes.append(a);
+            }
+            groups.push_back(attributes);
+            if (xml.name() == name) {
+                found.push_back(attributes);
+                if (text) {
+                    *text += xml.readElementText() + QLatin1Char('|');
+                    groups.pop_back(); // its end was read with the text
+                }
+            }
+        } else if (xml.isEndElement()) {
+            groups.pop_back();
+        }
+    }
+    EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
+    return found;
+}
+
+TEST(Picture, AnSvgDrawsLinesAsLinesAndLabelsAsText)
+{
+    SmallMap m;
+    const QString path = m.write(PictureFormat::Svg);
+    QStringList lines;
+    for (const QXmlStreamAttributes& a : svgElements(path, "polyline"))
+        lines << QStringList{a.value("points").trimmed().toString(), a.value("stroke").toString(),
+                             a.value("stroke-width").toString()}
+                     .join(' ');
+    EXPECT_EQ(lines, QStringList({"16,18 224,18 #ff0000 2", "16,122 224,122 #0000ff 2"}));
+
+    QString text;
+    const auto texts = svgElements(path, "text", &text);
+    ASSERT_EQ(texts.size(), 1u);
+    EXPECT_EQ(text, "Camp_Fire?|");
+    EXPECT_EQ(texts[0].value("fill").toString() + " " + texts[0].value("x").toString(), "#000000 16");
+    const auto marks = svgElements(path, "circle");
+    ASSERT_EQ(marks.size(), 1u);
+    EXPECT_EQ(marks[0].value("cx").toString() + "," + marks[0].value("cy").toString(), "16,18");
+}
+
+TEST(Picture, TheCurrentViewIsThePictureTheScreenShows)
+{
+    QImageSurface screen(300 * 15, 200 * 15);
+    EditorOn w(screen);
+    Editor& e = w.editor;
+    addTestLine(e, -20, -10, 5, 40, 30, 80, kBlue);
+    addTestLine(e, 10, 10, 500, 60, 10, 0, kGreen); // above the height filter
+    addTestLabel(e, 15, 5, 20, kRed, "Bank");
+    addTestLabel(e, 30, 20, 0, kBlue, "Door", 1);
+    e.layers.checked[1] = true;
+    e.display.heightFilterOn = true;
+    setCurrentScale(e.view, e.doc, 40);
+    e.view.offsetX = 1200;
+    e.view.offsetY = 900;
+    for (bool stereo : {false, true}) {
+        e.display.stereoChecked = stereo;
+        screen.setBackColor(stereo ? kBlack : kWhite);
+        drawLines(e);
+        QTemporaryDir dir;
+        const FrameSource map{e.doc, e.view, e.display, e.layers.checked, e.underlay};
+        const QString path = dir.filePath("view.png");
+        PictureOptions options;
+        options.area = PictureArea::CurrentView;
+        ASSERT_EQ(writePicture(path, PictureFormat::Png, pictureFrame(options, map), map, screen.backColor()), "");
+        EXPECT_EQ(QImage(path).convertToFormat(QImage::Format_RGB32), screen.image()) << "stereo " << stereo;
+    }
+}
+
+} // namespace
