@@ -13,6 +13,8 @@ constexpr int kMinBandRows = 16;
 
 // A label's text takes about as long to draw as this many lines.
 constexpr double kLabelWeight = 8;
+// Records looked at to place the cuts, at most about.
+constexpr std::size_t kCutSample = 1 << 16;
 
 // The rows that cut a picture of this size into bands of about equal work:
 // a line counts at the row of its middle and a label at its own row, when
@@ -28,14 +30,21 @@ std::vector<int> bandCuts(const FrameSource& source, QSize size, int bands)
             rows[std::size_t(y / 15)] += weight;
     };
     const View& view = source.view;
+    // On a large map a sample tells where the work lies as well as every
+    // record would, and the cuts come before any band can start.
+    const auto& lines = source.doc.lines();
+    const auto& labels = source.doc.labels();
+    const std::size_t stride = std::max<std::size_t>(1, (lines.size() + labels.size()) / kCutSample);
     if (source.display.showLines) {
-        for (const MapLine& line : source.doc.lines()) {
+        for (std::size_t i = 0; i < lines.size(); i += stride) {
+            const MapLine& line = lines[i];
             if (lineShown(source, line))
                 count((line.p1.sx + line.p2.sx) / 2 + view.offsetX, (line.p1.sy + line.p2.sy) / 2 + view.offsetY, 1);
         }
     }
     if (source.display.showLabels) {
-        for (const MapLabel& label : source.doc.labels()) {
+        for (std::size_t i = 0; i < labels.size(); i += stride) {
+            const MapLabel& label = labels[i];
             if (labelShown(source, label))
                 count(label.pos.sx + view.offsetX, label.pos.sy + view.offsetY, kLabelWeight);
         }
