@@ -185,6 +185,7 @@ int runFrameBench(const QStringList& args)
     const SurfacePoint grip{editor.view.mapWidth / 2, editor.view.mapHeight / 2};
     editor.tools.press(editor, kLeftButton, grip);
     bool dragRight = true;
+    bool markerRight = false;
     const std::vector<std::function<void()>> frames = {
         [&] { drawFrame(surface, source); }, // the whole frame on one core, as each frame once was
         [&] { // the whole picture painted again, on every core
@@ -208,6 +209,13 @@ int runFrameBench(const QStringList& args)
             editor.tools.crosshair().press(editor, grip);
             editor.holdDrawing = false;
         },
+        [&] { // the player's marker moved by the game's log, the map standing still
+            PlayerMarker& marker = editor.follower.marker;
+            marker.shown = true;
+            markerRight = !markerRight;
+            marker.at = toWorld(editor.view, {grip.x + (markerRight ? 600.0f : 0.0f), grip.y});
+            drawLines(editor, false);
+        },
     };
     showLocation(editor.view, grip.x, grip.y);
     const std::vector<double> ms = medianMsInTurns(frames, turns);
@@ -222,6 +230,7 @@ int runFrameBench(const QStringList& args)
     std::printf("flash_frame_ms: %.2f\nflash_ratio: %.3f\n", ms[3], ratio(ms[3]));
     std::printf("pan_frame_ms: %.2f\npan_ratio: %.3f\n", ms[4], ratio(ms[4]));
     std::printf("overlay_frame_ms: %.2f\noverlay_ratio: %.3f\n", ms[5], ratio(ms[5]));
+    std::printf("marker_frame_ms: %.2f\nmarker_ratio: %.3f\n", ms[6], ratio(ms[6]));
     const QString save = argText(args, QStringLiteral("--png"), QString());
     if (!save.isEmpty())
         surface.image().save(save);
