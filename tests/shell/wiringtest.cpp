@@ -190,12 +190,26 @@ TEST(Wiring, TheCaptionBoxCommitsOnEitherEnterCancelsOnEscapeAndHandsTheKeysBack
     }
 }
 
-TEST(Wiring, PaletteControlsTakeTheirButtonsOnly)
+TEST(Wiring, ControlsTakeTheirButtonsOnly)
 {
     MainWindow window;
     window.show();
     const Controls& c = window.controls();
     Editor& e = window.editor();
+    // Tool icons and layer markers take a left click: pressed and let go over them.
+    for (QWidget* target : {static_cast<QWidget*>(c.imgTool[2]), static_cast<QWidget*>(c.lbActiveLayer[3])}) {
+        for (const Qt::MouseButton other : {Qt::RightButton, Qt::MiddleButton, Qt::BackButton})
+            click(target, other);
+        mouse(target, QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton);
+        mouse(target, QEvent::MouseButtonRelease, Qt::LeftButton, Qt::NoButton, {-40, 3});
+    }
+    EXPECT_EQ(e.tools.current(), ToolId::Pointer);
+    EXPECT_EQ(e.doc.activeLayer, 0);
+    click(c.imgTool[2], Qt::LeftButton);
+    click(c.lbActiveLayer[3], Qt::LeftButton);
+    EXPECT_EQ(e.tools.current(), ToolId::Select);
+    EXPECT_EQ(e.doc.activeLayer, 3);
+
     e.palette.activeColor = {10, 20, 30};
     e.palette.presetColors[4] = {1, 2, 3};
     // Back and forward are no buttons of a swatch; right and middle store the active colour.
@@ -208,8 +222,12 @@ TEST(Wiring, PaletteControlsTakeTheirButtonsOnly)
     click(c.lblColor[4], Qt::LeftButton);
     EXPECT_EQ(e.palette.activeColor, (ColorRGB{1, 2, 3}));
 
-    // A strip follows a drag with the left button only.
+    // A strip follows a drag with the left button only; passing over it with
+    // no button held gives the map the keys.
     QWidget* green = c.sldColor[1];
+    c.chkLines->setFocus();
+    mouse(green, QEvent::MouseMove, Qt::NoButton, Qt::NoButton);
+    EXPECT_EQ(window.focusWidget(), c.map);
     mouse(green, QEvent::MouseMove, Qt::NoButton, Qt::RightButton, {green->width() * 2.0, 3});
     EXPECT_EQ(e.palette.activeColor.g, 2);
     mouse(green, QEvent::MouseMove, Qt::NoButton, Qt::LeftButton, {green->width() * 2.0, 3});
