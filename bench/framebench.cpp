@@ -5,7 +5,9 @@
 #include "editor/viewcommands.h"
 #include "render/displayoptions.h"
 #include "render/labelfont.h"
+#include "render/maprenderer.h"
 #include "view/viewcontrol.h"
+#include "view/zoom.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
@@ -22,7 +24,6 @@
 namespace plotwell::bench {
 namespace {
 
-constexpr int kFrames = 41;
 constexpr int kWarmUp = 3;
 
 double median(std::vector<double> ms)
@@ -31,25 +32,26 @@ double median(std::vector<double> ms)
     return ms[ms.size() / 2];
 }
 
-// Median milliseconds of each of two frames, timed in turns so that both see
+// Median milliseconds of each kind of frame, timed in turns so that all see
 // the same load on a machine shared with other work.
-std::pair<double, double> medianMsInTurns(const std::function<void()>& first, const std::function<void()>& second)
+std::vector<double> medianMsInTurns(const std::vector<std::function<void()>>& frames, int turns)
 {
-    for (int i = 0; i < kWarmUp; ++i) {
-        first();
-        second();
-    }
-    std::vector<double> a, b;
+    for (int i = 0; i < kWarmUp; ++i)
+        for (const auto& frame : frames)
+            frame();
+    std::vector<std::vector<double>> ms(frames.size());
     QElapsedTimer timer;
-    for (int i = 0; i < kFrames; ++i) {
-        timer.start();
-        first();
-        a.push_back(double(timer.nsecsElapsed()) / 1e6);
-        timer.start();
-        second();
-        b.push_back(double(timer.nsecsElapsed()) / 1e6);
+    for (int i = 0; i < turns; ++i) {
+        for (std::size_t k = 0; k < frames.size(); ++k) {
+            timer.start();
+            frames[k]();
+            ms[k].push_back(double(timer.nsecsElapsed()) / 1e6);
+        }
     }
-    return {median(a), median(b)};
+    std::vector<double> medians;
+    for (auto& m : ms)
+        medians.push_back(median(std::move(m)));
+    return medians;
 }
 
 // Puts the centre of the content's box at the centre of the surface at four
@@ -154,6 +156,8 @@ int runFrameBench(const QStringList& args)
     const auto labelCount = std::size_t(std::max(0LL, argValue(args, QStringLiteral("--labels"), 500)));
     const QString sizeText = argText(args, QStringLiteral("--size"), QStringLiteral("1920x1080"));
     const QString view = argText(args, QStringLiteral("--view"), QStringLiteral("fit"));
+    // Turns of every kind of frame; fewer make a large map quicker to measure.
+    const int turns = int(std::clamp(argValue(args, QStringLiteral("--turns"), 41), 1LL, 1000LL));
     const QStringList parts = sizeText.split(QLatin1Char('x'));
     const int width = parts.size() == 2 ? parts[0].toInt() : 0;
     const int height = parts.size() == 2 ? parts[1].toInt() : 0;
@@ -170,12 +174,63 @@ int runFrameBench(const QStringList& args)
         zoomToCentre(editor);
 
     FloorFrame floor(editor, surface.image().size());
-    const auto [frameMs, floorMs] = medianMsInTurns([&] { drawLines(editor, false); }, [&] { floor.draw(); });
+    const FrameSource source{editor.doc, editor.view, editor.display, editor.layers.checked, editor.underlay};
+    // Every hundredth line selected while the flash frames are timed.
+    const auto selectEveryHundredth = [&](bool selected) {
+        for (std::size_t i = 0; i < editor.doc.lineCount(); i += 100)
+            editor.doc.setLineSelected(i, selected);
+    };
+    // Drag steps of 10 pixels with the Pan tool, to and fro.
+    editor.tools.choose(editor, ToolId::Pan);
+    const SurfacePoint grip{editor.view.mapWidth / 2, editor.view.mapHeight / 2};
+    editor.tools.press(editor, kLeftButton, grip);
+    bool dragRight = true;
+    bool markerRight = false;
+    const std::vector<std::function<void()>> frames = {
+        [&] { drawFrame(surface, source); }, // the whole frame on one core, as each frame once was
+        [&] { // the whole picture painted again, on every core
+            editor.picture.forget();
+            drawLines(editor, false);
+        },
+        [&] { floor.draw(); },
+        [&] {
+            selectEveryHundredth(true);
+            advanceFlash(editor.display);
+            drawLines(editor, false);
+            selectEveryHundredth(false);
+        },
+        [&] {
+            const float x = grip.x + (dragRight ? 150.0f : 0.0f);
+            dragRight = !dragRight;
+            editor.tools.move(editor, kLeftButton, {x, grip.y});
+            drawLines(editor, false);
+        },
+        [&] { // a crosshair mark: the frame, the location printed beside the mark
+            editor.tools.crosshair().press(editor, grip);
+            editor.holdDrawing = false;
+        },
+        [&] { // the player's marker moved by the game's log, the map standing still
+            PlayerMarker& marker = editor.follower.marker;
+            marker.shown = true;
+            markerRight = !markerRight;
+            marker.at = toWorld(editor.view, {grip.x + (markerRight ? 600.0f : 0.0f), grip.y});
+            drawLines(editor, false);
+        },
+    };
+    showLocation(editor.view, grip.x, grip.y);
+    const std::vector<double> ms = medianMsInTurns(frames, turns);
+    const double frameMs = ms[1], floorMs = ms[2];
+    const auto ratio = [&](double v) { return frameMs > 0 ? v / frameMs : 0.0; };
 
     std::printf("lines: %zu\nlabels: %zu\nsize: %dx%d\nview: %s\n", editor.doc.lineCount(), editor.doc.labelCount(),
                 width, height, qPrintable(view));
     std::printf("scale: %g\nframe_ms: %.2f\nfloor_ms: %.2f\nratio: %.2f\n", double(editor.view.currentScale), frameMs,
                 floorMs, floorMs > 0 ? frameMs / floorMs : 0.0);
+    std::printf("one_core_frame_ms: %.2f\nfull_frame_ms: %.2f\n", ms[0], frameMs);
+    std::printf("flash_frame_ms: %.2f\nflash_ratio: %.3f\n", ms[3], ratio(ms[3]));
+    std::printf("pan_frame_ms: %.2f\npan_ratio: %.3f\n", ms[4], ratio(ms[4]));
+    std::printf("overlay_frame_ms: %.2f\noverlay_ratio: %.3f\n", ms[5], ratio(ms[5]));
+    std::printf("marker_frame_ms: %.2f\nmarker_ratio: %.3f\n", ms[6], ratio(ms[6]));
     const QString save = argText(args, QStringLiteral("--png"), QString());
     if (!save.isEmpty())
         surface.image().save(save);

@@ -54,11 +54,11 @@ int main(int argc, char** argv)
         return runFollowBench(args);
     std::fprintf(stderr,
                  "usage: plotwell-bench load  --lines N --labels M\n"
-                 "       plotwell-bench frame --lines N --labels M --size WxH [--view fit|zoom4]\n"
+                 "       plotwell-bench frame --lines N --labels M --size WxH [--view fit|zoom4] [--turns T]\n"
                  "       plotwell-bench save  --lines N --labels M\n"
                  "       plotwell-bench hittest --lines N --labels M [--points P]\n"
                  "       plotwell-bench draw --lines N\n"
-                 "       plotwell-bench idle --lines N --labels M --seconds S\n"
+                 "       plotwell-bench idle --lines N --labels M --seconds S [--select K]\n"
                  "       plotwell-bench export --lines N --labels M [--side PIXELS]\n"
                  "       plotwell-bench history --lines N\n"
                  "       plotwell-bench follow --lines N --labels M [--count C]\n");

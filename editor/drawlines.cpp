@@ -1,6 +1,7 @@
 #include "editor/drawlines.h"
 
 #include "editor/editor.h"
+#include "platform/qimagesurface.h"
 #include "render/maprenderer.h"
 
 namespace plotwell {
@@ -13,7 +14,13 @@ void drawLines(Editor& editor, bool noSelected)
     editor.selection.box.border = selectBoxColor(surface.backColor());
     const FrameSource source{editor.doc, editor.view, editor.display, editor.layers.checked, editor.underlay,
                              &editor.follower.marker};
-    drawFrame(surface, source, noSelected);
+    // A picture is kept only of an image, and only of frames that show
+    // every record; other frames are drawn whole.
+    auto* image = dynamic_cast<QImageSurface*>(&surface);
+    if (image && !noSelected)
+        editor.picture.compose(*image, source);
+    else
+        drawFrame(surface, source, noSelected);
 }
 
 } // namespace plotwell

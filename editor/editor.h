@@ -8,6 +8,7 @@
 #include "palette/palette.h"
 #include "platform/services.h"
 #include "render/displayoptions.h"
+#include "render/mappicture.h"
 #include "render/underlaystate.h"
 #include "tools/selection.h"
 #include "tools/tooldispatch.h"
@@ -54,6 +55,9 @@ public:
     ShellState shell;
     // The game's log, followed for the player's location.
     GameLogFollower follower;
+
+    // The last picture of the map drawn, from which frames are composed.
+    MapPicture picture;
 
     // While set, a frame draws nothing, so that what a tool drew straight on
     // the surface (the crosshair's text, the rubber band) stays.

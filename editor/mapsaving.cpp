@@ -41,7 +41,7 @@ bool chooseLayerFile(Editor& editor, std::int16_t layer)
     return true;
 }
 
-bool saveLayer(Editor& editor, std::int16_t layer)
+void saveLayer(Editor& editor, std::int16_t layer)
 {
     const QString& path = editor.doc.layerFile[layer];
     FileStamp& stamp = editor.layerStamps[layer];
@@ -55,17 +55,16 @@ bool saveLayer(Editor& editor, std::int16_t layer)
                 .arg(path)
                 .arg(layer),
             kTitle);
-        return false;
+        return;
     }
     const WriteResult result = writeLayerFile(path, editor.doc, layer);
     if (result.ok()) {
         stamp = FileStamp::of(path);
         editor.history.markSaved(layer);
-        return true;
+        return;
     }
     editor.services.dialogs.message(
         QStringLiteral("The layer %1 could not be saved to %2: %3").arg(layer).arg(path, result.error), kTitle);
-    return false;
 }
 
 void saveAllLayers(Editor& editor)

@@ -18,8 +18,8 @@ bool chooseLayerFile(Editor& editor, std::int16_t layer);
 
 // Writes the layer's records to its file, replacing the old file only when
 // the whole layer was written. A failure is reported in a message box naming
-// the file and the reason; false then.
-bool saveLayer(Editor& editor, std::int16_t layer);
+// the file and the reason.
+void saveLayer(Editor& editor, std::int16_t layer);
 
 // File > Save all layers: each layer with a file, or with records and a file
 // named for it now, is written, layer 0 first. Nothing is redrawn.

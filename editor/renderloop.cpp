@@ -12,7 +12,9 @@ bool RenderLoop::tick(Editor& editor)
     if (m_drawnOnce)
         advanceFlash(editor.display);
     const bool flashing = editor.display.flashChecked && editor.doc.hasSelection();
-    if (m_drawnOnce && !editor.frameDirty && !flashing)
+    // A held frame keeps a scrolled picture as it is.
+    const bool settling = editor.picture.settling() && !editor.holdDrawing;
+    if (m_drawnOnce && !editor.frameDirty && !flashing && !settling)
         return false;
     drawLines(editor, false);
     editor.frameDirty = false;

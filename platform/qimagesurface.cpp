@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
+#include <cstring>
 
 namespace plotwell {
 namespace {
@@ -25,6 +27,17 @@ QImage makeImage(float widthTwips, float heightTwips)
     return image;
 }
 
+// Rows or parts of rows of one image copied into another of the same format.
+void copyRect(QImage& to, const QImage& from, const QRect& rect)
+{
+    const QRect r = rect & to.rect() & from.rect();
+    if (r.isEmpty())
+        return;
+    const auto bytes = std::size_t(r.width()) * 4;
+    for (int y = r.top(); y <= r.bottom(); ++y)
+        std::memcpy(to.scanLine(y) + r.left() * 4, from.constScanLine(y) + r.left() * 4, bytes);
+}
+
 } // namespace
 
 QImageSurface::QImageSurface(float widthTwips, float heightTwips)
@@ -33,6 +46,11 @@ QImageSurface::QImageSurface(float widthTwips, float heightTwips)
     m_image.fill(toQColor(m_back));
     m_lines.reserve(4096);
     m_circles.reset(m_image.size());
+    m_band = m_image.rect();
+    m_drawn.reset(m_image.size());
+    m_drawn.addAll();
+    m_shown.reset(m_image.size());
+    m_shown.addAll();
     m_qpen.setCapStyle(Qt::SquareCap);
     // A fresh picture box prints at 8.25 points until told otherwise.
     m_text.setFont(8.25f, false, &m_image);
@@ -61,6 +79,74 @@ void QImageSurface::resize(float widthTwips, float heightTwips)
     }
     m_image = std::move(resized);
     m_circles.reset(m_image.size());
+    m_band = m_image.rect();
+    m_drawn.reset(m_image.size());
+    m_drawn.addAll();
+    m_shown.reset(m_image.size());
+    m_shown.addAll();
+}
+
+void QImageSurface::setBand(const QRect& pixels) { m_band = pixels & m_image.rect(); }
+
+void QImageSurface::restoreFrom(const QImage& picture, bool whole)
+{
+    // Lines not yet handed over lie where the picture goes back.
+    m_lines.clear();
+    endPainting();
+    if (whole || m_drawn.isAll()) {
+        copyRect(m_image, picture, m_image.rect());
+        m_shown.addAll();
+    } else {
+        m_drawn.forEachRect([&](const QRect& r) { copyRect(m_image, picture, r); });
+        m_shown.addArea(m_drawn);
+    }
+    m_drawn.clear();
+}
+
+void QImageSurface::scroll(int dx, int dy)
+{
+    endPainting();
+    m_drawn.addAll();
+    m_shown.addAll();
+    const int w = m_image.width();
+    const int h = m_image.height();
+    if (std::abs(dx) >= w || std::abs(dy) >= h)
+        return;
+    const auto bytes = std::size_t(w - std::abs(dx)) * 4;
+    const int from = std::max(0, -dx) * 4;
+    const int to = std::max(0, dx) * 4;
+    // Rows move away from the side they are taken from, so none is read after it was written.
+    const auto moveRow = [&](int y) { std::memmove(m_image.scanLine(y) + to, m_image.constScanLine(y - dy) + from, bytes); };
+    if (dy > 0) {
+        for (int y = h - 1; y >= dy; --y)
+            moveRow(y);
+    } else {
+        for (int y = 0; y < h + dy; ++y)
+            moveRow(y);
+    }
+}
+
+void QImageSurface::copyPart(const QImage& picture, const QRect& part)
+{
+    endPainting();
+    copyRect(m_image, picture, part);
+    m_drawn.add(part);
+    m_shown.add(part);
+}
+
+QImageSurface::State QImageSurface::state() const
+{
+    return {m_pen, m_fill, m_penWidth, m_textX, m_textY, m_text.points(), m_text.bold()};
+}
+
+void QImageSurface::setState(const State& state)
+{
+    m_pen = state.pen;
+    m_fill = state.fill;
+    setPenWidth(state.penWidth);
+    m_textX = state.textX;
+    m_textY = state.textY;
+    setFont(state.fontPoints, state.bold);
 }
 
 QPainter& QImageSurface::painter() const
@@ -79,11 +165,19 @@ void QImageSurface::usePen(ColorRGB colour, int width) const
 {
     if (m_painterPen.set && m_painterPen.colour == colour && m_painterPen.width == width)
         return;
-    // One pen object changed in place: building a new QPen for every line of a
-    // many-coloured map costs more than drawing the line.
-    m_qpen.setColor(toQColor(colour));
-    m_qpen.setWidth(width);
-    painter().setPen(m_qpen);
+    // A pen of each colour and width is made once and kept in a slot of its
+    // own: building a new one for every line of a many-coloured map, or
+    // changing one the painter shares, costs more than drawing the line.
+    const std::uint32_t key = colour.value() | std::uint32_t(width) << 24;
+    PenSlot& slot = m_pens[(key * 2654435761u) >> (32 - kPenSlotBits)];
+    if (!slot.made || slot.key != key) {
+        slot.pen = m_qpen;
+        slot.pen.setColor(toQColor(colour));
+        slot.pen.setWidth(width);
+        slot.key = key;
+        slot.made = true;
+    }
+    painter().setPen(slot.pen);
     m_painterPen = {colour, width, true};
 }
 
@@ -104,9 +198,20 @@ void QImageSurface::endPainting() const
         m_painter.end();
 }
 
-bool QImageSurface::outside(float left, float top, float right, float bottom) const
+bool QImageSurface::outside(float left, float top, float right, float bottom)
 {
-    return right < 0 || bottom < 0 || left > float(m_image.width()) || top > float(m_image.height());
+    if (right < float(m_band.left()) || bottom < float(m_band.top()) || left > float(m_band.right() + 1)
+        || top > float(m_band.bottom() + 1))
+        return true;
+    if (m_drawn.isAll() && m_shown.isAll())
+        return false;
+    // Finite, and brought within reach of the image before it becomes whole pixels.
+    const float w = float(m_image.width()) + 1, h = float(m_image.height()) + 1;
+    const QRect box(QPoint(int(std::floor(std::clamp(left, -1.0f, w))), int(std::floor(std::clamp(top, -1.0f, h)))),
+                    QPoint(int(std::ceil(std::clamp(right, -1.0f, w))), int(std::ceil(std::clamp(bottom, -1.0f, h)))));
+    m_drawn.add(box);
+    m_shown.add(box);
+    return false;
 }
 
 void QImageSurface::clear()
@@ -115,7 +220,17 @@ void QImageSurface::clear()
     // ends first, so that filling never detaches the image from it.
     m_lines.clear();
     endPainting();
-    m_image.fill(toQColor(m_back));
+    m_drawn.addAll();
+    m_shown.addAll();
+    if (m_band == m_image.rect()) {
+        m_image.fill(toQColor(m_back));
+        return;
+    }
+    const QRgb back = toQColor(m_back).rgb();
+    for (int y = m_band.top(); y <= m_band.bottom(); ++y) {
+        auto* row = reinterpret_cast<QRgb*>(m_image.scanLine(y));
+        std::fill(row + m_band.left(), row + m_band.right() + 1, back);
+    }
 }
 
 void QImageSurface::line(float x1, float y1, float x2, float y2)
@@ -221,6 +336,9 @@ void QImageSurface::paintPicture(const QImage& picture, const QRectF& target, co
                 inside.height() * sy);
     from = inside;
 
+    const QRectF reach = to.adjusted(-1, -1, 1, 1);
+    if (outside(float(reach.left()), float(reach.top()), float(reach.right()), float(reach.bottom())))
+        return;
     flushLines();
     QPainter& p = painter();
     p.setCompositionMode(op == RasterOp::Or ? QPainter::RasterOp_SourceOrDestination
@@ -254,7 +372,8 @@ void QImageSurface::refresh()
 {
     endPainting();
     if (onRefresh)
-        onRefresh();
+        onRefresh(m_shown.region());
+    m_shown.clear();
 }
 
 } // namespace plotwell

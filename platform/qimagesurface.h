@@ -2,6 +2,7 @@
 
 #include "platform/circlefootprints.h"
 #include "platform/drawingsurface.h"
+#include "platform/drawnarea.h"
 #include "platform/textcache.h"
 
 #include <QImage>
@@ -9,6 +10,8 @@
 #include <QPainter>
 #include <QPen>
 
+#include <array>
+#include <cstdint>
 #include <functional>
 #include <vector>
 
@@ -21,15 +24,52 @@ namespace plotwell {
 // Consecutive lines of one pen are handed to QPainter together, the pixels of
 // small circles are remembered (CircleFootprints), and what lies wholly
 // outside the image is skipped; none of this changes a pixel of the result.
+//
+// Frames can be composed on it from a picture kept elsewhere: the surface
+// knows where it was drawn on since that picture was last put back, so that
+// putting it back, and showing the result, touches only those parts.
 class QImageSurface : public DrawingSurface {
 public:
+    // Everything the drawing operations leave for the ones that follow.
+    struct State {
+        ColorRGB pen;
+        ColorRGB fill;
+        int penWidth = 1;
+        float textX = 0;
+        float textY = 0;
+        float fontPoints = 8.25f;
+        bool bold = false;
+    };
+
     QImageSurface(float widthTwips = 6795, float heightTwips = 7155);
     ~QImageSurface() override;
 
     // The persistent image, with everything drawn so far.
     const QImage& image() const;
-    // Called when a finished frame is presented, to show the image on screen.
-    std::function<void()> onRefresh;
+    // Called when a finished frame is presented, with the part of the image
+    // that changed since the last time, to show it on screen.
+    std::function<void(const QRegion& changed)> onRefresh;
+
+    // Works on one band of the image, a box of pixels: clear fills only the
+    // band, and drawing that cannot reach into it is left out. What is drawn
+    // is drawn whole, as on the whole image, so that inside the band the
+    // pixels are exactly those that drawing everything gives (a clip
+    // rectangle would cut lines at its edges and round them otherwise);
+    // outside it they are of no use. The whole image at first and after a resize.
+    void setBand(const QRect& pixels);
+    QRect band() const { return m_band; }
+
+    // Puts picture, of the image's size, back wherever the image was drawn
+    // on since it was last put back (everywhere with whole).
+    void restoreFrom(const QImage& picture, bool whole = false);
+    // Moves the whole image by whole pixels; the uncovered strips keep what
+    // was there, to be drawn again.
+    void scroll(int dx, int dy);
+    // A box of pixels of picture, of the image's size, replaces that of the image.
+    void copyPart(const QImage& picture, const QRect& part);
+
+    State state() const;
+    void setState(const State& state);
 
     float width() const override { return m_widthTwips; }
     float height() const override { return m_heightTwips; }
@@ -70,8 +110,9 @@ private:
     void usePen(ColorRGB colour, int width) const;
     void flushLines() const;
     void endPainting() const;
-    // True when a box of pixels lies wholly outside the image.
-    bool outside(float left, float top, float right, float bottom) const;
+    // True when a box of pixels lies wholly outside the band; otherwise it
+    // is taken as drawn on.
+    bool outside(float left, float top, float right, float bottom);
 
     float m_widthTwips;
     float m_heightTwips;
@@ -84,6 +125,9 @@ private:
     TextCache m_text;
     CircleFootprints m_circles;
     ScaledPicture m_scaled;
+    QRect m_band;
+    DrawnArea m_drawn; // since the kept picture was last put back
+    DrawnArea m_shown; // since the last refresh
 
     // Drawing to the image is deferred only as far as the pending lines;
     // image() hands out a finished picture, so these change under const.
@@ -91,7 +135,14 @@ private:
     mutable QPainter m_painter;
     mutable PainterPen m_painterPen;
     mutable const QFont* m_painterFont = nullptr; // the cache's font the painter holds
-    mutable QPen m_qpen;
+    mutable QPen m_qpen; // square caps; the pattern of every pen
+    struct PenSlot {
+        std::uint32_t key = 0; // colour and width
+        bool made = false;
+        QPen pen;
+    };
+    static constexpr int kPenSlotBits = 10;
+    mutable std::array<PenSlot, 1 << kPenSlotBits> m_pens;
     mutable std::vector<QLineF> m_lines; // consecutive lines of one pen, not yet drawn
     mutable ColorRGB m_linesColour;
     mutable int m_linesWidth = 1;

@@ -24,6 +24,9 @@ public:
     // per inch the metrics are taken at.
     void setFont(float points, bool bold, const QPaintDevice* device);
     const QFont& font() const { return m_current->font; }
+    // The current font's point size (as brought into range) and weight.
+    float points() const { return m_currentKey.first; }
+    bool bold() const { return m_currentKey.second; }
     // Bounds of any text of the current font, in pixels: the height of a line
     // and the widest character.
     float lineHeight() const { return m_current->lineHeight; }

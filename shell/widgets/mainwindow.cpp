@@ -85,7 +85,8 @@ MainWindow::MainWindow()
         if (changed)
             syncControls();
     };
-    m_surface.onRefresh = [this] { m_controls.map->update(); };
+    // Only what changed is shown again: a flashing selection repaints its own records.
+    m_surface.onRefresh = [this](const QRegion& changed) { m_controls.map->update(changed); };
     buildMenus();
     buildToolFrame();
     buildOptionsFrame();
@@ -287,8 +288,11 @@ void MainWindow::syncControls()
     Controls& c = m_controls;
     for (int i = 0; i < kToolCount; ++i) {
         const bool raised = ToolId(i) == m_editor.tools.current();
-        // The chosen tool's icon alone stands out, raised.
-        c.imgTool[i]->setFrameStyle(raised ? QFrame::WinPanel | QFrame::Raised : QFrame::Box | QFrame::Plain);
+        // The chosen tool's icon alone stands out, raised. A frame style set
+        // again repaints the icon and its frame, every frame of the loop.
+        const int style = raised ? QFrame::WinPanel | QFrame::Raised : QFrame::Box | QFrame::Plain;
+        if (c.imgTool[i]->frameStyle() != style)
+            c.imgTool[i]->setFrameStyle(style);
     }
     setTextIfChanged(c.lblScale, m_editor.view.zoom.caption);
     c.lnScale->move(px(m_editor.view.zoom.markerX1) - c.lnScale->width() / 2, c.lnScale->y());

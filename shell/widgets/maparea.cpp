@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QUrl>
 
@@ -85,11 +86,18 @@ MapArea::MapArea(Editor& editor, const QImage& image, QWidget* parent)
     });
 }
 
-void MapArea::paintEvent(QPaintEvent*)
+void MapArea::paintEvent(QPaintEvent* event)
 {
+    // Only the parts asked for: a flashing selection asks for its own records.
     QPainter painter(this);
-    painter.fillRect(rect(), palette().window());
-    painter.drawImage(0, 0, m_image);
+    const QRect picture = m_image.rect();
+    for (const QRect& part : event->region()) {
+        const QRect inside = part & picture;
+        if (inside != part)
+            painter.fillRect(part, palette().window());
+        if (!inside.isEmpty())
+            painter.drawImage(inside.topLeft(), m_image, inside);
+    }
 }
 
 void MapArea::mousePressEvent(QMouseEvent* event)

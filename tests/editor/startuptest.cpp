@@ -106,4 +106,5 @@ TEST(RenderLoop, StepsTheFlashEveryTickAndDrawsOnlyWhatCanHaveChanged)
     EXPECT_EQ(levels, (std::vector<int>{255, 191, 127, 63, 1, 65, 129, 193, 254, 190}));
     EXPECT_EQ(drawn, (std::vector<bool>{true, false, true, true, true, true, true, true, false, true}));
     EXPECT_EQ(world.surface.frames(), 7);
+    EXPECT_EQ(world.surface.only(plotwell::test::Op::Line).size(), 7u) << "the selected line is in every frame";
 }

@@ -47,7 +47,9 @@ TEST(MouseWheel, ZoomsAboutThePointerWithinTheScaleRange)
         float after;
     } cases[] = {
         {1, false, 120, 1.5f}, {1, true, 120, 1.01f}, {0.5f, false, -120, 0.5f},
-        {99.8f, false, 120, 100}, {100, false, 120, 100}, {3, false, -1, 2.5f},
+        {99.8f, false, 120, 100}, {100, false, 120, 100}, {3, false, -1, 2.5f}, {3, false, 0, 3},
+        // Scales the keys set beyond the wheel's range.
+        {0.2f, false, -120, 0.5f}, {0.2f, false, 120, 0.7f}, {150, false, 120, 100},
     };
     for (const auto& c : cases) {
         FakeWorld w;

@@ -2,6 +2,7 @@
 
 #include "editor/drawlines.h"
 #include "tests/platform/naivesurface.h"
+#include "tests/support/busymap.h"
 #include "tests/support/records.h"
 #include "tests/support/fakes.h"
 #include "view/viewcontrol.h"
@@ -9,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <random>
 #include <set>
 
 using namespace plotwell;
@@ -45,7 +45,7 @@ TEST(QImageSurface, ALineAndALabelLandWhereTheyShouldInTheirColours)
 {
     QImageSurface surface(200 * kPx, 120 * kPx);
     int presented = 0;
-    surface.onRefresh = [&] { ++presented; };
+    surface.onRefresh = [&](const QRegion&) { ++presented; };
     EditorOn w(surface);
     setCurrentScale(w.editor.view, w.editor.doc, 100);
     // At scale 100 a world unit is 100 twips: a line at y = 60 px from x = 15 px to 165 px,
@@ -125,35 +125,6 @@ TEST(QImageSurface, LinesShowAtOnceClearResizeAndPictures)
     EXPECT_EQ(surface.image().pixel(10, 5), qRgb(0xc0, 0x10, 0x20));
 }
 
-// A busy map: many colours in runs, records off the surface and across its
-// edges, selected records, every layer.
-void fillBusyMap(Editor& editor)
-{
-    std::mt19937 rng(11);
-    std::uniform_real_distribution<float> coord(-40, 160), step(-8, 8), height(-300, 300);
-    const ColorRGB palette[] = {kBlue, kGreen, kWhite, kRed, {200, 200, 0}, {90, 90, 90}};
-    editor.layers.checked = {true, true, false, true};
-    float x = 0, y = 0;
-    for (int i = 0; i < 4000; ++i) {
-        if (i % 25 == 0)
-            x = coord(rng), y = coord(rng);
-        const float x2 = x + step(rng), y2 = y + step(rng);
-        const ColorRGB colour = palette[(i / 3 + rng() % 2) % 6];
-        const bool selected = rng() % 20 == 0;
-        const float z1 = height(rng), z2 = height(rng);
-        editor.doc.setLineSelected(addTestLine(editor, x, y, z1, x2, y2, z2, colour, std::int16_t(rng() % 4)), selected);
-        x = x2, y = y2;
-    }
-    addTestLine(editor, -1000, 50, 0, 1000, 60, 0, kBlue);
-    for (int i = 0; i < 150; ++i) {
-        const bool selected = rng() % 10 == 0;
-        const float x = coord(rng), y = coord(rng), z = height(rng);
-        const ColorRGB colour = palette[rng() % 6];
-        const auto layer = std::int16_t(rng() % 4);
-        editor.doc.setLabelSelected(addTestLabel(editor, x, y, z, colour, "Place_" + std::to_string(i), layer), selected);
-    }
-}
-
 TEST(QImageSurface, FramesAreThoseOfDrawingEveryOperationDirectly)
 {
     const struct {
@@ -185,9 +156,9 @@ TEST(QImageSurface, FramesAreThoseOfDrawingEveryOperationDirectly)
             // A frame of markers drawn with the first pen width, then one
             // with lines: remembered circle pixels must be those of their pen.
             e.display.showLines = false;
-            drawLines(e);
+            drawFrame(e.services.surface, frameSourceOf(e));
             e.display.showLines = true;
-            drawLines(e);
+            drawFrame(e.services.surface, frameSourceOf(e));
         }
         EXPECT_EQ(differingPixels(surface.image(), naive.image()), 0) << c.name;
         EXPECT_GT(coloursIn(surface.image()).size(), 4u) << c.name << " drew something";

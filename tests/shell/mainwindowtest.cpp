@@ -184,41 +184,6 @@ TEST(MainWindow, TheMapForwardsKeysAndMouseToTheEditor)
     EXPECT_EQ(window.editor().view.offsetY, 4.0f * 15);
 }
 
-TEST(MainWindow, IconsAndMarkersTakeALeftClickAndStripsHandTheFocusBack)
-{
-    MainWindow window;
-    window.show();
-    const Controls& c = window.controls();
-    const Editor& e = window.editor();
-    const auto mouse = [](QWidget* target, QEvent::Type type, Qt::MouseButton button, QPointF at = {3, 3}) {
-        const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
-        QMouseEvent event(type, at, target->mapToGlobal(at), button, held, Qt::NoModifier);
-        QCoreApplication::sendEvent(target, &event);
-    };
-    for (QWidget* target : {static_cast<QWidget*>(c.imgTool[2]), static_cast<QWidget*>(c.lbActiveLayer[3])}) {
-        for (const Qt::MouseButton other : {Qt::RightButton, Qt::MiddleButton, Qt::BackButton}) {
-            mouse(target, QEvent::MouseButtonPress, other);
-            mouse(target, QEvent::MouseButtonRelease, other);
-        }
-        // Pressed, then let go outside: no click.
-        mouse(target, QEvent::MouseButtonPress, Qt::LeftButton);
-        mouse(target, QEvent::MouseButtonRelease, Qt::LeftButton, {-40, 3});
-        mouse(target, QEvent::MouseButtonPress, Qt::LeftButton);
-    }
-    EXPECT_EQ(e.tools.current(), ToolId::Pointer);
-    EXPECT_EQ(e.doc.activeLayer, 0);
-    mouse(c.imgTool[2], QEvent::MouseButtonRelease, Qt::LeftButton);
-    mouse(c.lbActiveLayer[3], QEvent::MouseButtonRelease, Qt::LeftButton);
-    EXPECT_EQ(e.tools.current(), ToolId::Select);
-    EXPECT_EQ(e.doc.activeLayer, 3);
-
-    // Passing over a colour strip with no button held gives the map the keys.
-    c.chkLines->setFocus();
-    ASSERT_EQ(window.focusWidget(), c.chkLines);
-    mouse(c.sldColor[1], QEvent::MouseMove, Qt::NoButton);
-    EXPECT_EQ(window.focusWidget(), c.map);
-}
-
 TEST(MainWindow, TheWheelZoomsOncePerNotchUntilShutdownLetsItGo)
 {
     MainWindow window;

@@ -2,6 +2,7 @@
 
 #include "document/colorrgb.h"
 #include "editor/editor.h"
+#include "render/maprenderer.h"
 #include "tests/support/recordingsurface.h"
 
 #include <cstdio>
@@ -32,6 +33,12 @@ inline std::size_t addTestLabel(Editor& editor, float x, float y, float z, Color
     if (const auto error = editor.doc.addLabel(text, layer, editor.view.currentScale))
         throw std::runtime_error(*error);
     return editor.doc.labelCount() - 1;
+}
+
+// What the editor's frames are drawn from.
+inline FrameSource frameSourceOf(const Editor& editor)
+{
+    return {editor.doc, editor.view, editor.display, editor.layers.checked, editor.underlay, &editor.follower.marker};
 }
 
 using Op = RecordingSurface::Op;

@@ -1,0 +1,59 @@
+#include "render/bandworker.h"
+
+namespace plotwell {
+
+BandWorker::BandWorker() : m_thread([this] { run(); }) {}
+
+BandWorker::~BandWorker()
+{
+    {
+        std::lock_guard<std::mutex> lock(m_mutex);
+        m_stop = true;
+    }
+    m_wake.notify_all();
+    m_thread.join();
+}
+
+void BandWorker::start(float widthTwips, float heightTwips, std::function<void(QImageSurface&)> job)
+{
+    {
+        std::lock_guard<std::mutex> lock(m_mutex);
+        m_job = std::move(job);
+        m_width = widthTwips;
+        m_height = heightTwips;
+        m_busy = true;
+    }
+    m_wake.notify_all();
+}
+
+const QImage& BandWorker::finish()
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    m_wake.wait(lock, [this] { return !m_busy; });
+    return m_surface->image();
+}
+
+void BandWorker::run()
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    for (;;) {
+        m_wake.wait(lock, [this] { return m_busy || m_stop; });
+        if (m_stop)
+            break;
+        const float width = m_width, height = m_height;
+        lock.unlock();
+        if (!m_surface)
+            m_surface = std::make_unique<QImageSurface>(width, height);
+        else if (m_surface->width() != width || m_surface->height() != height)
+            m_surface->resize(width, height);
+        m_job(*m_surface);
+        // The painter lets go here, in this thread, before the image is read.
+        m_surface->refresh();
+        lock.lock();
+        m_busy = false;
+        m_wake.notify_all();
+    }
+    m_surface.reset();
+}
+
+} // namespace plotwell

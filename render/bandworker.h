@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/qimagesurface.h"
+
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+namespace plotwell {
+
+// A thread of its own with a drawing surface of its own, for one band of a
+// picture. The surface is made, drawn on and destroyed in that thread only:
+// text laid out for a surface belongs to the fonts of the thread that laid
+// it out, which go when the thread ends.
+class BandWorker {
+public:
+    BandWorker();
+    ~BandWorker();
+    BandWorker(const BandWorker&) = delete;
+    BandWorker& operator=(const BandWorker&) = delete;
+
+    // Runs job on the worker's surface, made at this size when there is none.
+    void start(float widthTwips, float heightTwips, std::function<void(QImageSurface&)> job);
+    // Waits for the job; then the surface's image may be read until the next start.
+    const QImage& finish();
+
+private:
+    void run();
+
+    std::mutex m_mutex;
+    std::condition_variable m_wake;
+    std::function<void(QImageSurface&)> m_job;
+    float m_width = 0;
+    float m_height = 0;
+    bool m_busy = false;
+    bool m_stop = false;
+    std::unique_ptr<QImageSurface> m_surface; // touched by the worker's thread only while busy
+    std::thread m_thread;
+};
+
+} // namespace plotwell
