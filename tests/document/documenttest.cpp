@@ -157,6 +157,12 @@ TEST(MapDocument, RecordsTakenOutGoBackWhereTheyWereWithTheirSelection)
     EXPECT_TRUE(doc.lines()[1].selected && doc.hasSelection());
     doc.takeRecordsAgain(layer1);
     EXPECT_EQ(xsOf(doc), "0 2 4 | 0 2 4");
+    doc.keepFirst(2, 1); // as a cancelled load leaves it
+    EXPECT_EQ(xsOf(doc), "0 2 | 0");
+    EXPECT_EQ(doc.selectedCount(), 0u);
+    doc.setLineSelected(0, true);
+    doc.keepFirst(1, 0);
+    EXPECT_EQ(doc.selectedCount(), 1u);
     TakenRecords all = doc.takeRecordsFrom(0, 0);
     EXPECT_EQ(xsOf(doc), "|");
     addBoth(doc, 42, 1);
