@@ -178,7 +178,9 @@ TEST(Dispatch, TheCrosshairPrintsCopiesAndKeepsItsMark)
     e.view.offsetX = 100;
     e.view.currentScale = 2;
     s.tools().move(e, 0, {300, 250});
+    const int frames = s.surface.frames();
     s.tools().press(e, kLeftButton, {300, 250});
+    EXPECT_EQ(s.surface.frames(), frames + 2) << "a fresh frame, then the printed location";
     EXPECT_EQ(s.clipboard.text, QStringLiteral("Loc: -125 , -100"));
     const auto printed = s.surface.only(RecordingSurface::Op::Print);
     ASSERT_EQ(printed.size(), 1u);
