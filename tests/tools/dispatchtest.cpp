@@ -169,6 +169,10 @@ TEST(Dispatch, ChoosingAToolRedrawsAndEndsTheMarkButNotTheChain)
     ASSERT_EQ(e.doc.lineCount(), 2u);
     EXPECT_EQ(e.doc.lines()[1].p1.x, 10);
     EXPECT_EQ(e.doc.lines()[1].p2.x, 40);
+    // Escape closes the chain whatever tool is chosen.
+    e.tools.choose(e, ToolId::Pan);
+    mapKeyDown(e, Key::Escape, 0);
+    EXPECT_FALSE(s.tools().line().lineInProgress());
 }
 
 TEST(Dispatch, TheCrosshairPrintsCopiesAndKeepsItsMark)
@@ -263,16 +267,6 @@ TEST(ViewKeys, FlagsFollowTheKeysAndShiftOnlyAlone)
     mapKeyDown(e, Key::Alt, kAltMask);
     mapKeyUp(e, Key::Z, kAltMask);
     EXPECT_TRUE(e.keys.altKeyDown && !e.keys.zKey);
-}
-
-TEST(ViewKeys, EscapeClosesTheChainWhateverToolIsChosen)
-{
-    Scene s(ToolId::Line);
-    Editor& e = s.editor;
-    s.tools().press(e, kLeftButton, {10, 10});
-    e.tools.choose(e, ToolId::Pan);
-    mapKeyDown(e, Key::Escape, 0);
-    EXPECT_FALSE(s.tools().line().lineInProgress());
 }
 
 } // namespace
