@@ -190,6 +190,8 @@ TEST(Dispatch, TheCrosshairPrintsCopiesAndKeepsItsMark)
     ASSERT_EQ(printed.size(), 1u);
     EXPECT_EQ(printed[0].text, "Loc: -125 , -100");
     EXPECT_EQ(printed[0].pen, kRed);
+    const auto font = s.surface.only(RecordingSurface::Op::Font).back();
+    EXPECT_TRUE(font.a == 12 && font.b == 1) << "12-point bold";
     const auto at = s.surface.only(RecordingSurface::Op::TextPosition).back();
     EXPECT_TRUE(at.a == 320 && at.b == -50);
     EXPECT_TRUE(s.tools().crosshair().mark().x == 100 && s.tools().crosshair().mark().y == 125);
@@ -199,6 +201,11 @@ TEST(Dispatch, TheCrosshairPrintsCopiesAndKeepsItsMark)
     s.tools().press(e, kMiddleButton, {400, 400});
     EXPECT_FALSE(s.tools().crosshair().lines().visible);
     EXPECT_TRUE(e.holdDrawing);
+    Scene t(ToolId::Crosshair);
+    t.tools().press(t.editor, kLeftButton, {300, 250});
+    ASSERT_TRUE(t.tools().crosshair().lines().visible);
+    t.tools().move(t.editor, kRightButton, {320, 250}); // a right drag pans without the lines
+    EXPECT_FALSE(t.tools().crosshair().lines().visible);
 }
 
 TEST(ViewKeys, ArrowsAndZoomKeysByModifier)

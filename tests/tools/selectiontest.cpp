@@ -63,6 +63,7 @@ TEST(HitTest, OneLineAgainstPointsOnItsBorders)
         // A diagonal: the slope from the first end must differ by less than 2, inside the box.
         {0, 0, 100, 100, 50, 90, true},
         {0, 0, 100, 100, 10, 40, false},
+        {0, 0, 100, 100, 10, 30, false}, // the slopes differ by exactly 2
         {0, 0, 100, 100, 101, 101, false},
         {100, 100, 0, 0, 50, 50, true},
         {0, 0, 100, 100, 100, 100, true}, // exactly on either end, whichever way the line runs
