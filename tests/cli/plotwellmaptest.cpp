@@ -51,20 +51,12 @@ TEST_F(PlotwellMap, CheckReportsEachFileAndWhereItStopped)
 {
     const QString good = write("good.txt", kGoodMap);
     const QString bad = write("bad.txt", "L 1,2,3,4,5,6,7,8,9\r\n\r\nP 1,2,3,4,5,6,7,x\r\nL 1,2,x,4,5,6,7,8,9\r\nL 1\r\n");
-    const QString missing = path("missing.txt");
-    const ToolRun one = plotwellMap({"check", good});
-    EXPECT_EQ(one.status, 0);
-    EXPECT_EQ(one.out, (good + ": 2 lines, 1 labels\n").toLocal8Bit());
-
-    const ToolRun all = plotwellMap({"check", good, bad, missing});
+    EXPECT_EQ(plotwellMap({"check", good}).status, 0);
+    const ToolRun all = plotwellMap({"check", good, bad});
     EXPECT_EQ(all.status, 1);
-    const QList<QByteArray> lines = all.out.split('\n');
-    ASSERT_EQ(lines.size(), 4) << all.out.toStdString();
-    EXPECT_EQ(lines[0], (good + ": 2 lines, 1 labels").toLocal8Bit());
-    EXPECT_EQ(lines[1],
-              (bad + ": 1 lines, 1 labels, stopped at line 4: third field is not a single-precision number").toLocal8Bit());
-    EXPECT_TRUE(lines[2].startsWith((missing + ": cannot be opened").toLocal8Bit())) << lines[2].toStdString();
-    EXPECT_EQ(plotwellMap({"check", missing}).status, 1);
+    EXPECT_EQ(all.out, (good + ": 2 lines, 1 labels\n" + bad
+                        + ": 1 lines, 1 labels, stopped at line 4: third field is not a single-precision number\n")
+                           .toLocal8Bit());
 }
 
 TEST_F(PlotwellMap, NormalizeWritesTheFileAsTheEditorSavesIt)
@@ -102,10 +94,6 @@ TEST_F(PlotwellMap, NormalizeFailsWhenItCannotReadAllOrWrite)
     EXPECT_TRUE(readOnly.err.contains("read-only")) << readOnly.err.toStdString();
     EXPECT_EQ(read(locked), "L 9,9,9,9,9,9,9,9,9\r\n");
 
-    const ToolRun noInput = plotwellMap({"normalize", path("none.txt"), path("new.txt")});
-    EXPECT_EQ(noInput.status, 1);
-    EXPECT_TRUE(noInput.err.contains("none.txt"));
-    EXPECT_FALSE(QFile::exists(path("new.txt")));
     const ToolRun noOutput = plotwellMap({"normalize", in, path("missing/out.txt")});
     EXPECT_EQ(noOutput.status, 1);
     EXPECT_TRUE(noOutput.err.contains("cannot be written")) << noOutput.err.toStdString();
@@ -159,6 +147,7 @@ TEST_F(PlotwellMap, HostileFilesGetAMessageAndAStatus)
         {dir.path(), ": cannot be opened: it is a folder, not a file"},
         {binary, ": 0 lines, 0 labels, holds NUL bytes (not a text file)"},
         {stops, ": 1 lines, 0 labels, stopped at line 2: fewer than nine fields"},
+        {path("missing.txt"), ": cannot be opened: No such file or directory"},
     };
 #ifdef Q_OS_UNIX
     ASSERT_EQ(mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);

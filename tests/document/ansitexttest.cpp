@@ -25,4 +25,21 @@ TEST(AnsiText, BytesDecodeByTheWindows1252TableAndEveryByteSurvivesTheRoundTrip)
     EXPECT_EQ(toAnsi(fromAnsi(all)), all);
 }
 
+TEST(AnsiText, CharactersWithoutAByteBecomeOneQuestionMark)
+{
+    const struct {
+        QString text;
+        const char* bytes;
+    } cases[] = {
+        {QString(QChar(0x0080)), "?"}, // a C1 control: its byte stands for the euro sign
+        {QString(QChar(0x009F)), "?"},
+        {QString(QChar(0x00A0)), "\xa0"},
+        {QString(QChar(0x0100)), "?"},
+        {QStringLiteral("a\U0001F600b"), "a?b"}, // outside the basic plane: one character
+        {QStringLiteral("a") + QChar(0xD83D), "a?"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(toAnsi(c.text), c.bytes) << c.text.toStdString();
+}
+
 } // namespace

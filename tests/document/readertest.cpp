@@ -1,4 +1,5 @@
 #include "document/mapreader.h"
+#include "tests/support/devices.h"
 
 #include <QBuffer>
 #include <QByteArray>
@@ -12,34 +13,11 @@ using namespace plotwell;
 
 namespace {
 
-// A sequential device that hands out its bytes a few at a time, so that line
-// ends fall across the reader's reads.
-class TrickleDevice : public QIODevice {
-public:
-    TrickleDevice(QByteArray data, qint64 step) : m_data(std::move(data)), m_step(step) { open(ReadOnly); }
-    bool isSequential() const override { return true; }
-
-protected:
-    qint64 readData(char* out, qint64 max) override
-    {
-        const qint64 n = std::min({max, m_step, qint64(m_data.size()) - m_at});
-        std::copy_n(m_data.constData() + m_at, n, out);
-        m_at += n;
-        return n;
-    }
-    qint64 writeData(const char*, qint64) override { return -1; }
-
-private:
-    QByteArray m_data;
-    qint64 m_step;
-    qint64 m_at = 0;
-};
-
 // Reads text into doc on layer 2 at scale 3: from a buffer when step is 0, else trickled.
 ReadResult read(const QByteArray& text, MapDocument& doc, qint64 step = 0)
 {
     if (step > 0) {
-        TrickleDevice device(text, step);
+        test::GeneratedDevice device(text, 0, ' ', {}, step);
         return readMapRecords(device, doc, 2, 3);
     }
     QBuffer buffer;
@@ -90,6 +68,8 @@ TEST(MapReader, LineEndsSkippedLinesAndTheStopAtABadRecord)
         {"not a number", kLine1 + "\nL 1,2,zero,4,5,6,0,0,0\n" + kLabel, "L1 ", 2, "third"},
         {"size", kLine1 + "\n" + kLabel + "\nP 1,2,3,0,0,0,40000,Big\n" + kLine2, "L1 PCamp_Fire ", 3, "seventh"},
         {"seven fields", "P 1,2,3,0,0,0,1\n" + kLine2, "", 1, "eight"},
+        {"label colour", kLine1 + "\nP 1,2,3,0,256,0,1,x\n", "L1 ", 2, "fifth"},
+        {"long skipped line", kLine1 + "\n# a note longer than a read or two\n\nL 1,2\n", "L1 ", 4, "nine"},
         {"NUL", QByteArray("L 1,2,3") + '\0' + ",4,5,6,0,0,0", "", 1, "third"},
         {"LF CR ends two lines", kLine1 + "\n\r" + kLine2 + "\n\rL 1,2", "L1 L2 ", 5, "nine"},
         {"CR CR LF ends two lines", kLine1 + "\r\r\nL 1,2\r\n" + kLine2, "L1 ", 3, "nine"},

@@ -1,7 +1,4 @@
-#include "document/mapreader.h"
 #include "document/mapwriter.h"
-
-#include <QBuffer>
 
 #include <gtest/gtest.h>
 
@@ -98,35 +95,6 @@ TEST(MapWriter, CoordinatesMatchSevenSignificantDigitsOfC)
         at = end + 1;
     }
     EXPECT_EQ(at, written.size());
-}
-
-// Read back, every record writes the very same text again: the same fields in
-// the same order (the reader's rounding of 7 digits is tested with the numbers).
-TEST(MapWriter, WhatIsWrittenReadsBackToTheSameRecords)
-{
-    MapDocument doc;
-    std::mt19937 random(11);
-    std::uniform_real_distribution<float> coord(-30000, 30000);
-    for (int i = 0; i < 500; ++i) {
-        const auto byte = [&] { return std::to_string(random() % 256); };
-        add(doc, 2, "L " + exact(coord(random)) + "," + exact(coord(random) * 1e-6f) + "," + exact(coord(random) * 1e6f)
-                        + "," + exact(coord(random)) + "," + exact(coord(random)) + ",-0," + byte() + "," + byte() + ","
-                        + byte());
-        if (i % 3 == 0) {
-            add(doc, 2, "P " + exact(coord(random)) + "," + exact(coord(random)) + "," + exact(coord(random)) + ","
-                            + byte() + "," + byte() + "," + byte() + "," + std::to_string(std::int16_t(random())) + ",Label_"
-                            + std::to_string(i) + "_\xe4");
-        }
-    }
-    const std::string written = formatLayer(doc, 2);
-    QByteArray bytes = QByteArray::fromStdString(written);
-    QBuffer device(&bytes);
-    device.open(QIODevice::ReadOnly);
-    MapDocument back;
-    const ReadResult read = readMapRecords(device, back, 2, 1);
-    EXPECT_EQ(read.stoppedAtLine, 0u) << read.reason;
-    EXPECT_TRUE(back.lineCount() == 500 && back.labelCount() == 167);
-    EXPECT_EQ(formatLayer(back, 2), written);
 }
 
 TEST(MapWriter, ALabelTextLongerThanAWriteBlockIsWrittenWhole)

@@ -41,32 +41,22 @@ int differingPixels(const QImage& a, const QImage& b)
     return count;
 }
 
-TEST(QImageSurface, ALineAndALabelLandWhereTheyShouldInTheirColours)
+// Where each thing lands and that nothing is antialiased is shown against the
+// naive surface below; this is about the text's size and place, which both share.
+TEST(QImageSurface, ALabelsTextHasItsSizeAndPlaceAndAFrameIsPresentedOnce)
 {
     QImageSurface surface(200 * kPx, 120 * kPx);
     int presented = 0;
     surface.onRefresh = [&](const QRegion&) { ++presented; };
     EditorOn w(surface);
     setCurrentScale(w.editor.view, w.editor.doc, 100);
-    // At scale 100 a world unit is 100 twips: a line at y = 60 px from x = 15 px to 165 px,
-    addTestLine(w.editor, 0.15f * kPx, 0.6f * kPx, 0, 1.65f * kPx, 0.6f * kPx, 0, kBlue);
-    // and a label at (30 px, 15 px) whose marker has a radius of 100 twips.
+    // At scale 100 a world unit is 100 twips: a label at (30 px, 15 px).
     addTestLabel(w.editor, 0.3f * kPx, 0.15f * kPx, 0, kGreen, "Hi");
     drawLines(w.editor);
     EXPECT_EQ(presented, 1);
 
     const QImage& image = surface.image();
     EXPECT_EQ(image.size(), QSize(200, 120));
-    const struct {
-        int x, y;
-        ColorRGB colour;
-    } probes[] = {{90, 60, kBlue},  {20, 60, kBlue},   {90, 56, kWhite}, {90, 64, kWhite},
-                  {30, 15, kBlack}, {34, 15, kBlack}, {30, 26, kWhite}};
-    for (const auto& p : probes)
-        EXPECT_EQ(image.pixel(p.x, p.y), pixel(p.colour)) << p.x << ", " << p.y;
-    // Antialiasing is off: every pixel is background, line, marker or text.
-    EXPECT_EQ(coloursIn(image), (std::set<QRgb>{pixel(kWhite), pixel(kBlue), pixel(kBlack), pixel(kGreen)}));
-
     // The text's top-left corner is at the label: its ink lies right of and
     // below the label point, within a line of 20-point text.
     int top = image.height(), left = image.width(), bottom = -1;

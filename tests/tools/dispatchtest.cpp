@@ -169,6 +169,10 @@ TEST(Dispatch, ChoosingAToolRedrawsAndEndsTheMarkButNotTheChain)
     ASSERT_EQ(e.doc.lineCount(), 2u);
     EXPECT_EQ(e.doc.lines()[1].p1.x, 10);
     EXPECT_EQ(e.doc.lines()[1].p2.x, 40);
+    // Escape closes the chain whatever tool is chosen.
+    e.tools.choose(e, ToolId::Pan);
+    mapKeyDown(e, Key::Escape, 0);
+    EXPECT_FALSE(s.tools().line().lineInProgress());
 }
 
 TEST(Dispatch, TheCrosshairPrintsCopiesAndKeepsItsMark)
@@ -178,12 +182,16 @@ TEST(Dispatch, TheCrosshairPrintsCopiesAndKeepsItsMark)
     e.view.offsetX = 100;
     e.view.currentScale = 2;
     s.tools().move(e, 0, {300, 250});
+    const int frames = s.surface.frames();
     s.tools().press(e, kLeftButton, {300, 250});
+    EXPECT_EQ(s.surface.frames(), frames + 2) << "a fresh frame, then the printed location";
     EXPECT_EQ(s.clipboard.text, QStringLiteral("Loc: -125 , -100"));
     const auto printed = s.surface.only(RecordingSurface::Op::Print);
     ASSERT_EQ(printed.size(), 1u);
     EXPECT_EQ(printed[0].text, "Loc: -125 , -100");
     EXPECT_EQ(printed[0].pen, kRed);
+    const auto font = s.surface.only(RecordingSurface::Op::Font).back();
+    EXPECT_TRUE(font.a == 12 && font.b == 1) << "12-point bold";
     const auto at = s.surface.only(RecordingSurface::Op::TextPosition).back();
     EXPECT_TRUE(at.a == 320 && at.b == -50);
     EXPECT_TRUE(s.tools().crosshair().mark().x == 100 && s.tools().crosshair().mark().y == 125);
@@ -193,6 +201,11 @@ TEST(Dispatch, TheCrosshairPrintsCopiesAndKeepsItsMark)
     s.tools().press(e, kMiddleButton, {400, 400});
     EXPECT_FALSE(s.tools().crosshair().lines().visible);
     EXPECT_TRUE(e.holdDrawing);
+    Scene t(ToolId::Crosshair);
+    t.tools().press(t.editor, kLeftButton, {300, 250});
+    ASSERT_TRUE(t.tools().crosshair().lines().visible);
+    t.tools().move(t.editor, kRightButton, {320, 250}); // a right drag pans without the lines
+    EXPECT_FALSE(t.tools().crosshair().lines().visible);
 }
 
 TEST(ViewKeys, ArrowsAndZoomKeysByModifier)
@@ -261,16 +274,6 @@ TEST(ViewKeys, FlagsFollowTheKeysAndShiftOnlyAlone)
     mapKeyDown(e, Key::Alt, kAltMask);
     mapKeyUp(e, Key::Z, kAltMask);
     EXPECT_TRUE(e.keys.altKeyDown && !e.keys.zKey);
-}
-
-TEST(ViewKeys, EscapeClosesTheChainWhateverToolIsChosen)
-{
-    Scene s(ToolId::Line);
-    Editor& e = s.editor;
-    s.tools().press(e, kLeftButton, {10, 10});
-    e.tools.choose(e, ToolId::Pan);
-    mapKeyDown(e, Key::Escape, 0);
-    EXPECT_FALSE(s.tools().line().lineInProgress());
 }
 
 } // namespace

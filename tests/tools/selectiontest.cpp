@@ -1,4 +1,5 @@
 #include "tools/selection.h"
+#include "view/zoom.h"
 
 #include "tests/support/fakes.h"
 #include "tests/support/records.h"
@@ -62,8 +63,14 @@ TEST(HitTest, OneLineAgainstPointsOnItsBorders)
         // A diagonal: the slope from the first end must differ by less than 2, inside the box.
         {0, 0, 100, 100, 50, 90, true},
         {0, 0, 100, 100, 10, 40, false},
+        {0, 0, 100, 100, 10, 30, false}, // the slopes differ by exactly 2
         {0, 0, 100, 100, 101, 101, false},
         {100, 100, 0, 0, 50, 50, true},
+        {0, 0, 100, 100, 100, 100, true}, // exactly on either end, whichever way the line runs
+        {100, 100, 0, 0, 0, 0, true},
+        {100, 100, 0, 0, 100, 100, true},
+        {10, 50, 10, 0, 11, 0, true},
+        {30, 5, 0, 5, 0, 6, true},
         // On the vertical through the first end: within 2 of that end only.
         {0, 0, 100, 100, 0, 1.9f, true},
         {0, 0, 100, 100, 0, 2, false},
@@ -97,6 +104,40 @@ TEST(HitTest, ClicksToggleEveryLineHitAndClearNothingElse)
     EXPECT_TRUE(clickAt(e, 550, 500, false));
     EXPECT_EQ(selectedLines(e.doc), (std::vector<std::size_t>{2}));
     EXPECT_FALSE(clickAt(e, 300, 10));
+}
+
+// The tolerance of 2 is in world units, whatever the scale and offsets.
+TEST(HitTest, AClickIsTakenToTheWorldFirst)
+{
+    const struct {
+        float scale, offsetX, offsetY, worldY;
+        bool hit;
+    } cases[] = {{2.5f, 300, -150, 51.9f, true}, {2.5f, 300, -150, 52.1f, false}, {0.5f, -40, 70, 48.1f, true},
+                 {0.5f, -40, 70, 47.9f, false}, {1, 0, 0, 51.9f, true}};
+    for (const auto& c : cases) {
+        FakeWorld w;
+        Editor& e = w.editor;
+        e.view.currentScale = c.scale;
+        e.view.offsetX = c.offsetX;
+        e.view.offsetY = c.offsetY;
+        addTestLine(e, 0, 50, 0, 100, 50, 0, kBlue);
+        const float x = 70 * c.scale + c.offsetX, y = c.worldY * c.scale + c.offsetY;
+        EXPECT_EQ(e.selection.hitTestAt(e.doc, e.view, e.display, x, y, 0, true), c.hit) << c.scale << " " << c.worldY;
+    }
+}
+
+TEST(HitTest, APointerDragSelectsAlongItsPathAndDeselectsNothing)
+{
+    FakeWorld w;
+    Editor& e = w.editor;
+    for (const float x : {20.f, 40.f, 60.f, 200.f})
+        addTestLine(e, x, 0, 0, x, 100, 0, kBlue);
+    e.doc.setLineSelected(1, true);
+    e.tools.choose(e, ToolId::Pointer);
+    e.tools.press(e, kLeftButton, {10, 50});
+    for (float x = 10; x <= 70; x += 1)
+        e.tools.move(e, kLeftButton, {x, 50});
+    EXPECT_EQ(selectedLines(e.doc), (std::vector<std::size_t>{0, 1, 2}));
 }
 
 TEST(HitTest, LayersShownKindsAndTheHeightFilter)
@@ -150,14 +191,38 @@ TEST(SelectBox, SelectsRecordsWithAPointInsideOnTheActiveLayerOnly)
         addTestLabel(e, 50, 50, 0, kBlue, "In");
         addTestLabel(e, 50, 50, 0, kBlue, "Elsewhere", 3);
         addTestLabel(e, 95, 50, 0, kBlue, "Beyond"); // world 95 is surface 105
+        addTestLabel(e, -10, 0, 0, kBlue, "Corner");  // on the edges: inside
+        addTestLabel(e, 90, 60, 0, kBlue, "Corner");
         e.display.linesChecked = false;               // the rectangle selects hidden records too
         e.doc.setLabelSelected(2, true);              // and clears nothing
         e.selection.showSelectBox(d.a, d.b);
         EXPECT_TRUE(e.selection.box.visible);
         e.selection.selectInBox(e.doc, e.view, e.display);
         EXPECT_EQ(selectedLines(e.doc), (std::vector<std::size_t>{0, 1, 3}));
-        EXPECT_EQ(selectedLabels(e.doc), (std::vector<std::size_t>{0, 2}));
+        EXPECT_EQ(selectedLabels(e.doc), (std::vector<std::size_t>{0, 2, 3, 4}));
     }
+}
+
+// With the height filter on, only records whose (first) height is in range;
+// a line taken out leaves nothing behind that the rectangle could select.
+TEST(SelectBox, TheHeightFilterAndTheLastLineTakenOut)
+{
+    FakeWorld w;
+    Editor& e = w.editor;
+    e.view.currentZ = 100;
+    e.display.heightFilterOn = true;
+    e.display.heightRange = 20;
+    addTestLine(e, 10, 10, 110, 20, 20, 500, kBlue);
+    addTestLine(e, 10, 10, 130, 20, 20, 100, kBlue);
+    addTestLabel(e, 30, 30, 85, kBlue, "Low");
+    addTestLabel(e, 30, 30, 75, kBlue, "Lower");
+    addTestLine(e, 40, 40, 100, 50, 50, 100, kBlue);
+    e.doc.takeRecordsFrom(2, 2);
+    e.selection.showSelectBox({0, 0}, {100, 100});
+    e.selection.selectInBox(e.doc, e.view, e.display);
+    EXPECT_EQ(selectedLines(e.doc), (std::vector<std::size_t>{0}));
+    EXPECT_EQ(selectedLabels(e.doc), (std::vector<std::size_t>{0}));
+    EXPECT_EQ(e.doc.selectedCount(), 2u);
 }
 
 // A map large enough for the grid, with lines of every shape: short chains,
@@ -228,6 +293,12 @@ TEST(HitTest, TheGridFindsExactlyWhatTheWalkOverEveryLineFinds)
         // A view that overflowed once made such points; they hit nothing.
         for (const float bad : {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()})
             points.insert(points.end(), {{bad, 0}, {0, -bad}, {bad, bad}});
+        // The grid's purpose: a click looks at a small part of the map.
+        LineIndex index;
+        std::size_t looked = 0;
+        for (const auto& [x, y] : points)
+            index.forCandidates(e.doc, x, y, [&looked](std::size_t) { ++looked; });
+        EXPECT_LT(looked / points.size(), e.doc.lineCount() / 20) << stage;
         for (const auto& [x, y] : points) {
             const std::vector<std::size_t> expected = plainWalk(e.doc, x, y);
             e.doc.clearSelection();

@@ -42,6 +42,7 @@ TEST(ViewScale, CaptionShowsTheScaleToFiveDecimalsWithTheLocaleSeparator)
         EXPECT_EQ(world.editor.view.currentScale, c.scale) << c.set;
         EXPECT_EQ(world.editor.view.zoom.caption, QString::fromLatin1(c.caption)) << c.set;
     }
+    EXPECT_EQ(scaleText(-0.000001f, '.'), QStringLiteral("0"));
 }
 
 TEST(LocationReadout, ShowsTheWorldPointAndTheNegatedLoc)

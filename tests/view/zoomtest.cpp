@@ -1,6 +1,7 @@
 #include "editor/viewcommands.h"
 #include "tests/support/fakes.h"
 #include "view/viewcontrol.h"
+#include "view/wheel.h"
 #include "view/zoom.h"
 
 #include <gtest/gtest.h>
@@ -12,12 +13,16 @@ using plotwell::test::FakeWorld;
 
 namespace {
 
-enum Content { Nothing, Line, Label, Both };
+enum Content { Nothing, Line, Label, Both, TwoLines };
 
 // Appends a line from (x1, y1) to (x2, y2), or a label at (x1, y1), at the
 // current scale; both: a line from (x1, y1) to (x1, y2) and a label at (x2, y1).
 void add(Editor& e, Content kind, float x1, float y1, float x2 = 0, float y2 = 0, std::int16_t layer = 1)
 {
+    if (kind == TwoLines) { // a point at (x2, y2), then the line from (x1, y1) to it
+        add(e, Line, x2, y2, x2, y2, layer);
+        return add(e, Line, x1, y1, x2, y2, layer);
+    }
     if (kind == Both) {
         add(e, Line, x1, y1, x1, y2, layer);
         return add(e, Label, x2, y1, 0, 0, layer);
@@ -100,6 +105,7 @@ TEST_F(Zoom, FitSettlesHalfAStepBelowTheFirstScaleThatOverflows)
         {"too wide even at scale 1", 6795, 7155, 1, Line, -10000, 0, 10000, 0, 0.5f},
         {"a single point", 6795, 7155, 1, Line, 5, 5, 5, 5, 100},
         {"nothing", 6795, 7155, 1, Nothing, 0, 0, 0, 0, 100},
+        {"a later line's first end", 6795, 7155, 1, TwoLines, -100, -100, 100, 100, 33.5f},
         {"a label beyond the line", 6795, 7155, 1, Both, -100, -100, 300, 100, 11.5f},
         // Labels alone are not centred: the steps start from the current view.
         {"labels from 2.25", 6795, 7155, 2.25f, Label, 1000, 0, 0, 0, 6.75f},
@@ -120,9 +126,36 @@ TEST_F(Zoom, FitSettlesHalfAStepBelowTheFirstScaleThatOverflows)
         EXPECT_TRUE(e.view.zoomAnchor.x == c.mapW / 2 && e.view.zoomAnchor.y == c.mapH / 2) << c.name;
         EXPECT_EQ(e.view.zoom.caption, QStringLiteral("Scale: ") + QString::number(double(c.scale))) << c.name;
         // Content with lines stays centred as at scale 1; labels alone are not moved.
-        const bool centred = c.kind == Line || c.kind == Both;
+        const bool centred = c.kind == Line || c.kind == Both || c.kind == TwoLines;
         EXPECT_EQ(e.view.offsetX, centred ? c.mapW / 2 - (c.x1 + c.x2) / 2 : 0) << c.name;
         EXPECT_EQ(e.view.offsetY, centred ? c.mapH / 2 - (c.y1 + c.y2) / 2 : 0) << c.name;
+    }
+}
+
+// The keyboard zoom can leave the scale outside the wheel's range: the wheel
+// comes back into it, keeping the point under the pointer where it is.
+TEST(Wheel, FromAScaleTheKeyboardSetOutsideTheRange)
+{
+    const float cases[][3] = {{0.2f, 120, 0.7f}, {0.2f, -120, 0.5f}, {150, 120, 100}, {150, -120, 100}};
+    for (const auto& c : cases) {
+        FakeWorld w;
+        Editor& e = w.editor;
+        e.shell.wheelHooked = true;
+        e.view.currentScale = c[0];
+        e.view.offsetX = 300;
+        e.view.lastMousePoint = {1500, 900};
+        const MapPoint under = toWorld(e.view, e.view.lastMousePoint);
+        onMouseWheel(e, int(c[1]));
+        EXPECT_FLOAT_EQ(e.view.currentScale, c[2]) << c[0] << " " << c[1];
+        const MapPoint still = toWorld(e.view, e.view.lastMousePoint);
+        EXPECT_NEAR(still.x, under.x, 1e-3) << c[0] << " " << c[1];
+        EXPECT_NEAR(still.y, under.y, 1e-3) << c[0] << " " << c[1];
+    }
+    // Turning back either way drops what had built up.
+    for (const int sign : {1, -1}) {
+        WheelNotches wheel;
+        EXPECT_EQ(wheel.feed(-100 * sign) + wheel.feed(20 * sign), 0);
+        EXPECT_EQ(wheel.feed(100 * sign), sign);
     }
 }
 
