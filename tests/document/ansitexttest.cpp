@@ -36,6 +36,7 @@ TEST(AnsiText, CharactersWithoutAByteBecomeOneQuestionMark)
         {QString(QChar(0x00A0)), "\xa0"},
         {QString(QChar(0x0100)), "?"},
         {QStringLiteral("a\U0001F600b"), "a?b"}, // outside the basic plane: one character
+        {QStringLiteral("a\U0001F600"), "a?"},
         {QStringLiteral("a") + QChar(0xD83D), "a?"},
     };
     for (const auto& c : cases)

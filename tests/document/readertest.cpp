@@ -60,6 +60,7 @@ TEST(MapReader, LineEndsSkippedLinesAndTheStopAtABadRecord)
              "L1,2,3,4,5,6,0,0,0\r\np 1,2,3,0,0,0,1,x\r\n P 1,2,3,0,0,0,1,x\r\nP\t1,2,3,0,0,0,1,x\r\nL\r\nP\r\n"
              "Lx\r\nX 1,2,3,4,5,6,0,0,0\r\n\tL 1,2,3,4,5,6,0,0,0\r\n" + kLine2,
          "L1 L2 ", 0, ""},
+        {"a blank first line", "\n" + kLine1 + "\nL 1,2\n", "L1 ", 3, "nine"},
         {"empty", "", "", 0, ""},
         {"only ends", "\n\n\r", "", 0, ""},
         {"colour", kLine1 + "\n" + kLabel + "\n\nL 1,2,3,4,5,6,256,0,0\n" + kLine2, "L1 PCamp_Fire ", 4, "seventh"},

@@ -83,6 +83,10 @@ TEST(Dispatch, AClickOnNothingClearsTheSelectionUnlessCtrlIsHeld)
         s.tools().press(e, kLeftButton, {300, 20});
         EXPECT_EQ(e.doc.lines()[0].selected, ctrl);
         EXPECT_EQ(e.doc.labels()[0].selected, ctrl);
+        e.keys.ctrlKeyDown = false;
+        e.doc.setLineSelected(0, true);
+        s.tools().press(e, kLeftButton, {50, 50});
+        EXPECT_FALSE(e.doc.lines()[0].selected) << "a click on a selected line deselects it";
     }
 }
 

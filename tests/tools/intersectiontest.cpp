@@ -83,6 +83,7 @@ TEST(PlotIntersection, ExtendsBothSelectedLinesFromTheirNearerEnds)
         EXPECT_EQ(lineText(e.doc.lines()[4]), c.second);
         EXPECT_TRUE(e.doc.lines()[a].selected && e.doc.lines()[b].selected);
         EXPECT_FALSE(e.doc.lines()[3].selected || e.doc.lines()[4].selected);
+        EXPECT_EQ(e.history.stepCount(), 1u) << "one step undoes both";
     }
 }
 

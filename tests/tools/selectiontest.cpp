@@ -178,7 +178,7 @@ TEST(SelectBox, SelectsRecordsWithAPointInsideOnTheActiveLayerOnly)
 {
     const struct {
         SurfacePoint a, b;
-    } drags[] = {{{0, 0}, {100, 60}}, {{100, 60}, {0, 0}}, {{100, 0}, {0, 60}}, {{0, 60}, {100, 0}}};
+    } drags[] = {{{0, 10}, {100, 70}}, {{100, 70}, {0, 10}}, {{100, 10}, {0, 70}}, {{0, 70}, {100, 10}}};
     for (const auto& d : drags) {
         FakeWorld w;
         Editor& e = w.editor;
@@ -191,8 +191,8 @@ TEST(SelectBox, SelectsRecordsWithAPointInsideOnTheActiveLayerOnly)
         addTestLabel(e, 50, 50, 0, kBlue, "In");
         addTestLabel(e, 50, 50, 0, kBlue, "Elsewhere", 3);
         addTestLabel(e, 95, 50, 0, kBlue, "Beyond"); // world 95 is surface 105
-        addTestLabel(e, -10, 0, 0, kBlue, "Corner");  // on the edges: inside
-        addTestLabel(e, 90, 60, 0, kBlue, "Corner");
+        addTestLabel(e, -10, 10, 0, kBlue, "Corner"); // on the edges: inside
+        addTestLabel(e, 90, 70, 0, kBlue, "Corner");
         e.display.linesChecked = false;               // the rectangle selects hidden records too
         e.doc.setLabelSelected(2, true);              // and clears nothing
         e.selection.showSelectBox(d.a, d.b);
