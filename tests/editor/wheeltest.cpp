@@ -27,6 +27,7 @@ TEST(WheelNotches, SmallDeltasAddUpToWholeNotches)
         {{40, 40, 40, 40}, {0, 0, 1, 0}},
         {{-30, -30, -30, -30, -30}, {0, 0, 0, -1, 0}},
         {{100, -20, -100}, {0, 0, -1}}, // turning back drops what built up
+        {{-100, 20, 100}, {0, 0, 1}},
         {{0, 0}, {0, 0}},
     };
     for (const auto& c : cases) {
@@ -49,7 +50,7 @@ TEST(MouseWheel, ZoomsAboutThePointerWithinTheScaleRange)
         {1, false, 120, 1.5f}, {1, true, 120, 1.01f}, {0.5f, false, -120, 0.5f},
         {99.8f, false, 120, 100}, {100, false, 120, 100}, {3, false, -1, 2.5f}, {3, false, 0, 3},
         // Scales the keys set beyond the wheel's range.
-        {0.2f, false, -120, 0.5f}, {0.2f, false, 120, 0.7f}, {150, false, 120, 100},
+        {0.2f, false, -120, 0.5f}, {0.2f, false, 120, 0.7f}, {150, false, 120, 100}, {150, false, -120, 100},
     };
     for (const auto& c : cases) {
         FakeWorld w;

@@ -1,7 +1,6 @@
 #include "editor/viewcommands.h"
 #include "tests/support/fakes.h"
 #include "view/viewcontrol.h"
-#include "view/wheel.h"
 #include "view/zoom.h"
 
 #include <gtest/gtest.h>
@@ -129,33 +128,6 @@ TEST_F(Zoom, FitSettlesHalfAStepBelowTheFirstScaleThatOverflows)
         const bool centred = c.kind == Line || c.kind == Both || c.kind == TwoLines;
         EXPECT_EQ(e.view.offsetX, centred ? c.mapW / 2 - (c.x1 + c.x2) / 2 : 0) << c.name;
         EXPECT_EQ(e.view.offsetY, centred ? c.mapH / 2 - (c.y1 + c.y2) / 2 : 0) << c.name;
-    }
-}
-
-// The keyboard zoom can leave the scale outside the wheel's range: the wheel
-// comes back into it, keeping the point under the pointer where it is.
-TEST(Wheel, FromAScaleTheKeyboardSetOutsideTheRange)
-{
-    const float cases[][3] = {{0.2f, 120, 0.7f}, {0.2f, -120, 0.5f}, {150, 120, 100}, {150, -120, 100}};
-    for (const auto& c : cases) {
-        FakeWorld w;
-        Editor& e = w.editor;
-        e.shell.wheelHooked = true;
-        e.view.currentScale = c[0];
-        e.view.offsetX = 300;
-        e.view.lastMousePoint = {1500, 900};
-        const MapPoint under = toWorld(e.view, e.view.lastMousePoint);
-        onMouseWheel(e, int(c[1]));
-        EXPECT_FLOAT_EQ(e.view.currentScale, c[2]) << c[0] << " " << c[1];
-        const MapPoint still = toWorld(e.view, e.view.lastMousePoint);
-        EXPECT_NEAR(still.x, under.x, 1e-3) << c[0] << " " << c[1];
-        EXPECT_NEAR(still.y, under.y, 1e-3) << c[0] << " " << c[1];
-    }
-    // Turning back either way drops what had built up.
-    for (const int sign : {1, -1}) {
-        WheelNotches wheel;
-        EXPECT_EQ(wheel.feed(-100 * sign) + wheel.feed(20 * sign), 0);
-        EXPECT_EQ(wheel.feed(100 * sign), sign);
     }
 }
 
