@@ -2,6 +2,7 @@
 #include "render/displayoptions.h"
 
 #include "tests/support/fakes.h"
+#include "tests/support/records.h"
 #include "view/zoom.h"
 
 #include <gtest/gtest.h>
@@ -28,16 +29,18 @@ TEST(DisplayHandlers, CheckBoxesSetTheirMemberRedrawAndFocusTheMap)
         bool DisplayOptions::*box;
         bool DisplayOptions::*member; // none when the box is read directly
         bool focuses;
+        std::size_t linesDrawn; // a selected line, over the two frames
     } cases[] = {
-        {"lines", chkLinesClicked, &DisplayOptions::linesChecked, &DisplayOptions::showLines, true},
-        {"labels", chkLabelsClicked, &DisplayOptions::labelsChecked, &DisplayOptions::showLabels, true},
-        {"height", chkHeightClicked, &DisplayOptions::heightChecked, &DisplayOptions::heightFilterOn, true},
-        {"invert", chkInvertClicked, &DisplayOptions::invertChecked, nullptr, false},
-        {"flash", chkFlashClicked, &DisplayOptions::flashChecked, nullptr, true},
+        {"lines", chkLinesClicked, &DisplayOptions::linesChecked, &DisplayOptions::showLines, true, 1},
+        {"labels", chkLabelsClicked, &DisplayOptions::labelsChecked, &DisplayOptions::showLabels, true, 2},
+        {"height", chkHeightClicked, &DisplayOptions::heightChecked, &DisplayOptions::heightFilterOn, true, 2},
+        {"invert", chkInvertClicked, &DisplayOptions::invertChecked, nullptr, false, 2},
+        {"flash", chkFlashClicked, &DisplayOptions::flashChecked, nullptr, true, 2},
     };
     for (const auto& c : cases) {
         HandlerWorld w;
         DisplayOptions& options = w.editor.display;
+        w.editor.doc.setLineSelected(addTestLine(w.editor, 0, 0, 0, 10, 10, 0, kBlack), true);
         for (int click = 1; click <= 2; ++click) {
             options.*c.box = !(options.*c.box);
             c.click(w.editor);
@@ -45,6 +48,7 @@ TEST(DisplayHandlers, CheckBoxesSetTheirMemberRedrawAndFocusTheMap)
             EXPECT_EQ(w.surface.frames(), click) << c.name;
             EXPECT_EQ(w.focused, c.focuses ? click : 0) << c.name;
         }
+        EXPECT_EQ(w.surface.only(RecordingSurface::Op::Line).size(), c.linesDrawn) << c.name;
     }
 }
 

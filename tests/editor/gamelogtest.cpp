@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 using namespace plotwell;
 using namespace plotwell::test;
 
@@ -70,6 +72,13 @@ TEST(FollowGameLog, LocationsAppendedToTheLogMoveTheMarkerSetZAndDrawThePath)
     ASSERT_FALSE(ops.empty());
     EXPECT_EQ(ops.back().pen, PlayerMarker::kColour);
     EXPECT_EQ(ops.back().a, -1000.0f);
+    // Its cross is open at the centre: four arms from 4 to 15 pixels out, 3 pixels wide.
+    ASSERT_GE(ops.size(), 4u);
+    const float cx = ops.back().a, cy = ops.back().b - 60;
+    std::vector<float> arms;
+    for (auto op = ops.end() - 4; op != ops.end(); ++op)
+        arms.insert(arms.end(), {op->a - cx, op->b - cy, op->c - cx, op->d - cy, float(op->penWidth)});
+    EXPECT_EQ(arms, (std::vector<float>{-225, 0, -60, 0, 3, 60, 0, 225, 0, 3, 0, -225, 0, -60, 3, 0, 60, 0, 225, 3}));
     EXPECT_EQ(w.surface.penColor(), kBlack);
     EXPECT_EQ(w.surface.penWidth(), 2);
 

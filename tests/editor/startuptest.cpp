@@ -42,6 +42,8 @@ TEST(WindowLayout, PanelsFollowTheOuterSize)
         {3000, 8000, -1095, 15785, 7070},
         // Lower than the menu allowance: the map keeps its last height.
         {3000, 500, -1095, 15785, 7070},
+        // Exactly the panels and the menu: a map of no size.
+        {4215, 930, 120, 0, 0},
     };
     FakeWorld world;
     Editor& e = world.editor;

@@ -27,7 +27,7 @@ TEST(WheelNotches, SmallDeltasAddUpToWholeNotches)
         {{40, 40, 40, 40}, {0, 0, 1, 0}},
         {{-30, -30, -30, -30, -30}, {0, 0, 0, -1, 0}},
         {{100, -20, -100}, {0, 0, -1}}, // turning back drops what built up
-        {{-100, 20, 100}, {0, 0, 1}},
+        {{-100, 20, 100}, {0, 0, 1}}, {{-60, 0, -60}, {0, 0, -1}},
         {{0, 0}, {0, 0}},
     };
     for (const auto& c : cases) {
