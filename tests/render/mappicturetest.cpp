@@ -45,7 +45,7 @@ TEST(MapPicture, EveryFrameIsThatOfAWholeSingleThreadedFrameWithTheSelectionOnTo
     e.underlay.picture = QImage(50, 30, QImage::Format_RGB32);
     e.underlay.picture.fill(qRgb(30, 90, 150));
     MapPicture picture(3); // more bands than cores, and uneven ones
-    std::mt19937 rng(5);
+    std::mt19937 rng(6);
     const auto pick = [&rng](int n) { return int(rng() % unsigned(n)); };
     TakenRecords taken;
     const auto onBoth = [&](const std::function<void(QImageSurface&)>& f) { f(screen), f(reference); };
@@ -88,7 +88,12 @@ TEST(MapPicture, EveryFrameIsThatOfAWholeSingleThreadedFrameWithTheSelectionOnTo
              const ColorRGB back = pick(2) ? kBlack : kWhite;
              onBoth([&](QImageSurface& s) { s.setBackColor(back); });
          }},
-        {"underlay", [&] { e.underlay.underlayOn = pick(3) == 0; }}, // on, it stops pans from scrolling
+        {"underlay", [&] { // on, it stops pans from scrolling
+             e.underlay.underlayOn = pick(3) == 0;
+             QImage other(50, 30, QImage::Format_RGB32);
+             other.fill(qRgb(pick(256), 90, 150));
+             e.underlay.picture = pick(2) ? other : e.underlay.picture;
+         }},
         {"resize", [&] {
              const float width = float(300 + pick(40)) * kPx;
              onBoth([&](QImageSurface& s) { s.resize(width, 240 * kPx); });
