@@ -2,6 +2,7 @@
 #include "editor/edits.h"
 #include "editor/layercommands.h"
 #include "editor/maploading.h"
+#include "editor/palettecommands.h"
 #include "editor/viewcommands.h"
 #include "view/zoom.h"
 
@@ -59,6 +60,37 @@ TEST(EditHistory, AnEditMadeWhileALoadLetsEventsRunIsAStepOfItsOwn)
     e.history.undo(e);
     EXPECT_EQ(formatLayer(e.doc, 0), "L 10,20,0,300,400,5,255,0,0\r\n");
     e.history.undo(e);
+    EXPECT_EQ(e.doc.lineCount(), 0u);
+}
+
+// A stroke and a strip drag are one step each, and never one with each other,
+// however their presses and releases interleave.
+TEST(EditHistory, GesturesAreOneStepEachAndNeverMergeWithAnotherKind)
+{
+    FakeWorld w;
+    Editor& e = w.editor;
+    loadLayerFromMenu(e, 1); // cancelled on an empty layer: nothing to undo
+    EXPECT_FALSE(e.history.canUndo());
+    e.tools.choose(e, ToolId::Freehand);
+    e.tools.press(e, kLeftButton, {300, 300});
+    for (float x : {300.f, 600.f, 900.f})
+        e.tools.move(e, kLeftButton, {x, 300});
+    ASSERT_EQ(e.doc.lineCount(), 2u);
+    e.doc.setLineSelected(0, true);
+    stripMouseMove(e, 0, kLeftButton, kStripWidth); // black made red: one channel differs
+    e.tools.move(e, kLeftButton, {1200, 300});
+    stripMouseMove(e, 0, kLeftButton, kStripWidth / 2);
+    e.doc.setLineSelected(1, true); // the drag goes on over another selection
+    stripMouseMove(e, 0, kLeftButton, kStripWidth / 4);
+    EXPECT_EQ(e.doc.lines()[1].r, stripValue(kStripWidth / 4));
+    std::vector<std::pair<QString, std::size_t>> steps;
+    while (e.history.canUndo()) {
+        steps.emplace_back(e.history.undoText(), e.doc.lineCount());
+        e.history.undo(e);
+    }
+    const std::vector<std::pair<QString, std::size_t>> expected = {
+        {"Undo Recolour", 3}, {"Undo Recolour", 3}, {"Undo Freehand", 3}, {"Undo Recolour", 2}, {"Undo Freehand", 2}};
+    EXPECT_EQ(steps, expected);
     EXPECT_EQ(e.doc.lineCount(), 0u);
 }
 

@@ -38,10 +38,14 @@ TEST(ExportPicture, WritesThePictureOrTellsWhyNot)
         {"size 0", PictureArea::WholeMap, {0, 64}, PictureFormat::Png, "f.png", "", {}, "from 1 to 32768 pixels"},
         {"too large", PictureArea::WholeMap, {32769, 64}, PictureFormat::Png, "g.png", "", {}, "from 1 to 32768 pixels"},
         {"one point", PictureArea::WholeMap, {64, 64}, PictureFormat::Png, "h.png", "", {}, "lies at one point", true},
+        {"one pixel", PictureArea::WholeMap, {1, 1}, PictureFormat::Png, "i.png", "i.png", {1, 1}, ""},
+        {"cancelled", PictureArea::WholeMap, {64, 64}, PictureFormat::Png, nullptr, "", {}, ""},
     };
+    const QString startedIn = QDir::currentPath();
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         QTemporaryDir dir;
+        QDir::setCurrent(dir.path()); // where a suggested name alone would go
         FakeWorld w;
         if (c.atOnePoint) {
             addTestLabel(w.editor, 5, 5, 0, kBlack, "Here");
@@ -49,7 +53,8 @@ TEST(ExportPicture, WritesThePictureOrTellsWhyNot)
             addTestLine(w.editor, 0, 0, 0, 100, 50, 0, kBlack);
         }
         w.fileDialog.filter = "maps";
-        w.fileDialog.answers.push_back(dir.filePath(c.answer));
+        if (c.answer)
+            w.fileDialog.answers.push_back(dir.filePath(c.answer));
         w.pictureDialog.options = {c.area, c.size, c.format, false};
         exportPictureFromMenu(w.editor);
 
@@ -66,6 +71,7 @@ TEST(ExportPicture, WritesThePictureOrTellsWhyNot)
         EXPECT_EQ(w.fileDialog.saves, c.size.width() == 0 || c.size.width() > 32768 || c.atOnePoint ? 0 : 1);
         EXPECT_EQ(w.fileDialog.filter, "maps") << "the map commands' dialog is left as it was";
     }
+    QDir::setCurrent(startedIn);
 }
 
 } // namespace

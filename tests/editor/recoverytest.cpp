@@ -1,4 +1,5 @@
 #include "document/mapwriter.h"
+#include "editor/maploading.h"
 #include "editor/mapsaving.h"
 #include "editor/recovery.h"
 #include "editor/viewcommands.h"
@@ -87,6 +88,20 @@ TEST(Recovery, ACopyFollowsTheEditsWhenTheyPauseAndGoesWhenTheLayerIsSaved)
             firstCopy = t;
     }
     EXPECT_EQ(firstCopy, 30000 + RecoveryKeeper::kLongestWaitMsecs);
+}
+
+TEST(Recovery, ALayerJustReadWholeFromItsFileHasNothingToKeep)
+{
+    FakePlace place;
+    FakeWorld w;
+    RecoveryKeeper keeper(place);
+    w.fileDialog.answers = {writeBytes(place.dir.filePath(QStringLiteral("zone.txt")), "L 1,2,0,3,4,0,0,0,0\r\n")};
+    loadLayerFromMenu(w.editor, 0);
+    ASSERT_TRUE(keeper.flush(w.editor));
+    EXPECT_EQ(copyOfBaseLayer(place), "(none)");
+    drawLine(w.editor, 5);
+    ASSERT_TRUE(keeper.flush(w.editor));
+    EXPECT_EQ(copyOfBaseLayer(place).rfind("L 1,2,0,3,4,0,0,0,0\r\nL ", 0), 0u) << "the file's line, then the new one";
 }
 
 TEST(Recovery, TheBaseLayerComesBackIntoTheBaseLayerWhicheverLayerIsActive)

@@ -144,4 +144,46 @@ TEST(MapPicture, EveryFrameIsThatOfAWholeSingleThreadedFrameWithTheSelectionOnTo
     EXPECT_GT(overlaid, 3);
 }
 
+TEST(MapPicture, UncoveredStripsAreDrawnExactlyAndAStillViewIsNotDrawnAgain)
+{
+    QImageSurface screen(200 * kPx, 150 * kPx), reference(200 * kPx, 150 * kPx);
+    EditorOn w(screen);
+    Editor& e = w.editor;
+    fillBusyMap(e);
+    e.doc.clearSelection();
+    e.underlay.underlayOn = false; // a picture under the map is not scrolled
+    setCurrentScale(e.view, e.doc, 20);
+    e.view.offsetX = 600;
+    e.view.offsetY = 300;
+    screen.setPenWidth(2);
+    reference.setPenWidth(2);
+    MapPicture picture;
+    for (const QPoint move : {QPoint(-10, 0), QPoint(10, 0), QPoint(0, -10), QPoint(0, 10), QPoint(-7, 5)}) {
+        picture.compose(screen, frameSourceOf(e));
+        adjustOffset(e.view, float(move.x()) * kPx, float(move.y()) * kPx);
+        picture.compose(screen, frameSourceOf(e));
+        ASSERT_TRUE(picture.settling());
+        drawFrame(reference, frameSourceOf(e));
+        const QImage& a = screen.image();
+        const QImage& b = reference.image();
+        int differing = 0;
+        for (int y = 0; y < a.height(); ++y)
+            for (int x = 0; x < a.width(); ++x) {
+                const bool uncovered = (move.x() < 0 ? x >= a.width() + move.x() : x < move.x())
+                                       || (move.y() < 0 ? y >= a.height() + move.y() : y < move.y());
+                differing += uncovered && a.pixel(x, y) != b.pixel(x, y);
+            }
+        EXPECT_EQ(differing, 0) << move.x() << "," << move.y();
+    }
+    QRegion shown;
+    screen.onRefresh = [&](const QRegion& changed) { shown = changed; };
+    for (int frame = 0; frame < 3 * MapPicture::kSettleFrames; ++frame) {
+        const bool settled = !picture.settling();
+        picture.compose(screen, frameSourceOf(e));
+        if (settled) {
+            EXPECT_TRUE(shown.isEmpty()) << "frame " << frame;
+        }
+    }
+}
+
 } // namespace

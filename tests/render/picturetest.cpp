@@ -62,6 +62,22 @@ TEST(Picture, APngOfTheWholeMapShowsTheVisibleRecordsFittedInTheirOwnColours)
         EXPECT_EQ(png.pixel(p.at), toQColor(p.colour).rgb()) << p.at.x() << "," << p.at.y();
 }
 
+TEST(Picture, AFlatMapIsFittedWithItsLabelsTextAndCentred)
+{
+    SmallMap m;
+    m.editor.doc.takeRecordsFrom(0, 0);
+    addTestLine(m.editor, 0, 0, 0, 100, 0, 0, kBlue);
+    addTestLabel(m.editor, 100, 0, 0, kBlack, "Gate");
+    const QImage png(m.write(PictureFormat::Png, {PictureArea::WholeMap, {}, PictureFormat::Png, false}));
+    int left = png.width(), right = -1;
+    for (int y = 0; y < png.height(); ++y)
+        for (int x = 0; x < png.width(); ++x)
+            if (png.pixel(x, y) != qRgb(255, 255, 255))
+                left = std::min(left, x), right = std::max(right, x);
+    // The text's ink ends a few pixels short of its advance.
+    EXPECT_NEAR(left, png.width() - 1 - right, 8) << "as much room left of the line as right of the text";
+}
+
 // The elements of an SVG drawing, each with the attributes its groups give it.
 std::vector<QXmlStreamAttributes> svgElements(const QString& path, const QString& name, QString* text = nullptr)
 {
@@ -130,8 +146,10 @@ TEST(Picture, TheCurrentViewIsThePictureTheScreenShows)
     setCurrentScale(e.view, e.doc, 40);
     e.view.offsetX = 1200;
     e.view.offsetY = 900;
-    for (bool stereo : {false, true}) {
+    // Last with no lines: the label markers keep the pen the screen last drew with.
+    for (const auto& [stereo, lines] : {std::pair{false, true}, {true, true}, {false, false}}) {
         e.display.stereoChecked = stereo;
+        e.display.showLines = lines;
         screen.setBackColor(stereo ? kBlack : kWhite);
         drawLines(e);
         QTemporaryDir dir;
