@@ -97,11 +97,6 @@ RecordError MapDocument::addLabel(std::string_view text, std::int16_t& layer, fl
     return std::nullopt;
 }
 
-bool MapDocument::removeRecordsWhere(const std::function<bool(std::int16_t, bool)>& test)
-{
-    return !takeRecordsWhere(test).empty();
-}
-
 void MapDocument::countSelected()
 {
     m_selected = 0;

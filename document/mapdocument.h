@@ -44,10 +44,6 @@ public:
     RecordError addLine(std::string_view text, std::int16_t& layer, float scale);
     RecordError addLabel(std::string_view text, std::int16_t& layer, float scale);
 
-    // Removes every line and then every label for which test(layer, selected)
-    // holds; the others keep their order. True when anything was removed.
-    bool removeRecordsWhere(const std::function<bool(std::int16_t layer, bool selected)>& test);
-
     // Drops every line and label beyond the first so many, as if they had
     // never been appended.
     void keepFirst(std::size_t lines, std::size_t labels);

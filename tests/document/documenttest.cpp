@@ -97,27 +97,6 @@ TEST(MapDocument, RecordTextsAreReadFieldByFieldOrRefusedWhole)
     }
 }
 
-TEST(MapDocument, RemovalKeepsTheOrderAndEveryFieldOfTheRest)
-{
-    MapDocument doc;
-    const std::int16_t layers[] = {0, 1, 2, 1, 3};
-    for (int i = 0; i < 5; ++i)
-        addBoth(doc, i, layers[i], 2);
-    doc.setLineSelected(2, true);
-    const MapLine kept = doc.lines()[2];
-
-    EXPECT_TRUE(doc.removeRecordsWhere([](std::int16_t layer, bool) { return layer == 1; }));
-    EXPECT_EQ(xsOf(doc), "0 2 4 | 0 2 4");
-    EXPECT_EQ(fieldsOf(doc.lines()[1]), fieldsOf(kept));
-    EXPECT_EQ(doc.labels()[2].layer, 3);
-    EXPECT_FALSE(doc.removeRecordsWhere([](std::int16_t layer, bool) { return layer == 1; }));
-    EXPECT_EQ(fieldsOf(doc.lines()[1]), fieldsOf(kept));
-
-    doc.setLabelSelected(0, true);
-    EXPECT_TRUE(doc.removeRecordsWhere([](std::int16_t, bool selected) { return selected; }));
-    EXPECT_EQ(xsOf(doc), "0 4 | 2 4");
-}
-
 TEST(MapDocument, RecordsTakenOutGoBackWhereTheyWereWithTheirSelection)
 {
     MapDocument doc;
@@ -125,8 +104,11 @@ TEST(MapDocument, RecordsTakenOutGoBackWhereTheyWereWithTheirSelection)
     for (int i = 0; i < 5; ++i)
         addBoth(doc, i, layers[i]);
     doc.setLineSelected(1, true);
+    const MapLine kept = doc.lines()[2];
     TakenRecords layer1 = doc.takeRecordsWhere([](std::int16_t layer, bool) { return layer == 1; });
     EXPECT_FALSE(doc.hasSelection());
+    EXPECT_EQ(fieldsOf(doc.lines()[1]), fieldsOf(kept)) << "the others keep every field";
+    EXPECT_TRUE(doc.takeRecordsWhere([](std::int16_t layer, bool) { return layer == 1; }).empty());
     TakenRecords last = doc.takeRecordsFrom(2, 3);
     EXPECT_EQ(xsOf(doc), "0 2 | 0 2 4");
     doc.putBack(last, 2);
@@ -179,12 +161,12 @@ TEST(MapDocument, RemovalsAreCountedOnlyWhenIndicesChange)
 {
     MapDocument doc;
     doc.takeRecordsFrom(0, 0);
-    doc.removeRecordsWhere([](std::int16_t, bool) { return true; });
+    doc.takeRecordsWhere([](std::int16_t, bool) { return true; });
     EXPECT_EQ(doc.removals(), 0u);
     addBoth(doc, 1, 1);
     addBoth(doc, 2, 2);
     EXPECT_EQ(doc.removals(), 0u) << "appending keeps every index";
-    doc.removeRecordsWhere([](std::int16_t layer, bool) { return layer == 3; });
+    doc.takeRecordsWhere([](std::int16_t layer, bool) { return layer == 3; });
     EXPECT_EQ(doc.removals(), 0u);
     TakenRecords taken = doc.takeRecordsWhere([](std::int16_t layer, bool) { return layer == 1; });
     doc.putBack(taken, 1);

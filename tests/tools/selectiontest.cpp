@@ -312,7 +312,7 @@ TEST(HitTest, TheGridFindsExactlyWhatTheWalkOverEveryLineFinds)
     addRandomMap(e, rng, 300); // drawn after the grid was built
     compare("appended");
     e.doc.setLineSelected(7, true);
-    e.doc.removeRecordsWhere([](std::int16_t, bool selected) { return selected; });
+    e.doc.takeRecordsWhere([](std::int16_t, bool selected) { return selected; });
     compare("after a removal");
     addRandomMap(e, rng, 2000); // a whole file's worth more
     compare("after a load");
