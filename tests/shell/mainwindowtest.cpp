@@ -128,9 +128,7 @@ TEST(MainWindow, NoFrameIsDrawnWhileAHandlerLetsEventsRun)
     const int level = window.editor().display.flashLevel;
     // The fit lets pending events run once, among them this tick of the frame clock.
     QTimer::singleShot(0, &window, [&window] { window.frameTick(); });
-    QMouseEvent press(QEvent::MouseButtonPress, QPointF(5, 5), QPointF(5, 5), Qt::LeftButton, Qt::LeftButton,
-                      Qt::NoModifier);
-    QCoreApplication::sendEvent(window.controls().imgAutoSize, &press);
+    QTest::mousePress(window.controls().imgAutoSize, Qt::LeftButton, {}, {5, 5});
     EXPECT_EQ(window.editor().display.flashLevel, level);
     window.frameTick();
     EXPECT_NE(window.editor().display.flashLevel, level);
@@ -158,27 +156,18 @@ TEST(MainWindow, TheMapForwardsKeysAndMouseToTheEditor)
     MainWindow window;
     window.show();
     QWidget* map = window.controls().map;
-    QKeyEvent right(QEvent::KeyPress, Qt::Key_Right, Qt::ShiftModifier);
-    QCoreApplication::sendEvent(map, &right);
+    QTest::keyClick(map, Qt::Key_Right, Qt::ShiftModifier);
     EXPECT_EQ(window.editor().view.offsetX, 500.0f);
-    QKeyEvent padPlus(QEvent::KeyPress, Qt::Key_Plus, Qt::KeypadModifier);
-    QCoreApplication::sendEvent(map, &padPlus);
+    QTest::keyClick(map, Qt::Key_Plus, Qt::KeypadModifier);
     EXPECT_FLOAT_EQ(window.editor().view.currentScale, 1.01f);
 
     // The Pan icon is raised once chosen; a drag then moves the view, in twips.
-    QMouseEvent choose(QEvent::MouseButtonPress, QPointF(3, 3), QPointF(3, 3), Qt::LeftButton, Qt::LeftButton,
-                       Qt::NoModifier);
-    QMouseEvent chosen(QEvent::MouseButtonRelease, QPointF(3, 3), QPointF(3, 3), Qt::LeftButton, Qt::NoButton,
-                       Qt::NoModifier);
-    QCoreApplication::sendEvent(window.controls().imgTool[1], &choose);
-    QCoreApplication::sendEvent(window.controls().imgTool[1], &chosen);
+    QTest::mouseClick(window.controls().imgTool[1], Qt::LeftButton, {}, {3, 3});
     EXPECT_EQ(window.controls().imgTool[1]->frameShadow(), QFrame::Raised);
     EXPECT_EQ(window.controls().imgTool[0]->frameShadow(), QFrame::Plain);
     EXPECT_EQ(map->cursor().shape(), Qt::SizeAllCursor);
-    QMouseEvent press(QEvent::MouseButtonPress, QPointF(10, 10), QPointF(10, 10), Qt::LeftButton, Qt::LeftButton,
-                      Qt::NoModifier);
+    QTest::mousePress(map, Qt::LeftButton, {}, {10, 10});
     QMouseEvent move(QEvent::MouseMove, QPointF(30, 14), QPointF(30, 14), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(map, &press);
     QCoreApplication::sendEvent(map, &move);
     EXPECT_EQ(window.editor().view.offsetX, 500.0f + 20 * 15);
     EXPECT_EQ(window.editor().view.offsetY, 4.0f * 15);
@@ -218,14 +207,6 @@ TEST(MainWindow, TheWheelZoomsOncePerNotchUntilShutdownLetsItGo)
 
 namespace {
 
-// A press of the left button on a widget at a point in pixels.
-void leftPress(QWidget* widget, QPointF at)
-{
-    QMouseEvent press(QEvent::MouseButtonPress, at, widget->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton,
-                      Qt::NoModifier);
-    QCoreApplication::sendEvent(widget, &press);
-}
-
 QAction* fileMenuEntry(MainWindow& window, const QString& text)
 {
     for (QAction* entry : window.menuBar()->actions().front()->menu()->actions())
@@ -250,8 +231,8 @@ TEST(MainWindow, TheEditMenuAndItsKeysUndoAndRedo)
     EXPECT_FALSE(c.mnuUndo->isEnabled() || c.mnuRedo->isEnabled());
 
     QTest::mouseClick(c.imgTool[3], Qt::LeftButton, {}, {3, 3}); // the Line tool: two clicks make a line
-    leftPress(c.map, {10, 10});
-    leftPress(c.map, {50, 40});
+    QTest::mousePress(c.map, Qt::LeftButton, {}, {10, 10});
+    QTest::mousePress(c.map, Qt::LeftButton, {}, {50, 40});
     EXPECT_TRUE(c.mnuUndo->isEnabled());
     EXPECT_EQ(c.mnuUndo->text(), QStringLiteral("Undo Line"));
     const auto keyOnMap = [&](Qt::KeyboardModifiers modifiers, Qt::Key key, std::size_t lines) {
@@ -280,8 +261,8 @@ TEST(MainWindow, EditsNotSavedWhenTheProgramEndsAreRecoveredInTheNextRun)
         window.ended = [] {};
         window.openFiles({path});
         QTest::mouseClick(window.controls().imgTool[3], Qt::LeftButton, {}, {3, 3});
-        leftPress(window.controls().map, {10, 10});
-        leftPress(window.controls().map, {50, 40});
+        QTest::mousePress(window.controls().map, Qt::LeftButton, {}, {10, 10});
+        QTest::mousePress(window.controls().map, Qt::LeftButton, {}, {50, 40});
         edited = formatLayer(window.editor().doc, 0);
         // Closed at once, before a copy was due: two ticks and no question.
         window.close();
