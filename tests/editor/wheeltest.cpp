@@ -156,14 +156,4 @@ TEST(ViewSteps, AMapAtTheSingleLimitFitsAndTakesTheWheelAndClicks)
     EXPECT_EQ(e.view.offsetY, e.view.mapHeight / 2 - 1500 * 0.5f);
 }
 
-TEST(MouseWheel, DoesNothingOnceTheHookIsRemoved)
-{
-    FakeWorld w;
-    Editor& e = w.editor;
-    e.shell.wheelHooked = false;
-    onMouseWheel(e, 120);
-    EXPECT_EQ(e.view.currentScale, 1.0f);
-    EXPECT_EQ(w.events.calls, 0);
-}
-
 } // namespace

@@ -82,12 +82,8 @@ TEST(MainWindow, CloseWaitsForTwoTicks)
 TEST(MainWindow, DroppedFileLoadsIntoTheBaseLayerAndShows)
 {
     QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("zone.txt"));
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("L -300, -200, 0,  300, 200, 0,  255, 0, 0\n"
-               "P 200, -150, 0,  0, 0, 255,  2,  Camp Fire\n");
-    file.close();
+    const QString path = writeBytes(dir.filePath(QStringLiteral("zone.txt")), "L -300, -200, 0,  300, 200, 0,  255, 0, 0\n"
+                                                                         "P 200, -150, 0,  0, 0, 255,  2,  Camp Fire\n");
 
     MainWindow window;
     window.show();

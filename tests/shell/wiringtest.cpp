@@ -35,12 +35,6 @@ void mouse(QWidget* target, QEvent::Type type, Qt::MouseButton button, Qt::Mouse
     QCoreApplication::sendEvent(target, &event);
 }
 
-void click(QWidget* target, Qt::MouseButton button, QPointF at = {3, 3})
-{
-    mouse(target, QEvent::MouseButtonPress, button, button, at);
-    mouse(target, QEvent::MouseButtonRelease, button, Qt::NoButton, at);
-}
-
 QAction* menuEntry(MainWindow& window, const QString& path)
 {
     const QStringList names = path.split(QLatin1Char('>'));
@@ -166,7 +160,7 @@ TEST(Wiring, TheCaptionBoxCommitsOnEitherEnterCancelsOnEscapeAndHandsTheKeysBack
     window.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     const Controls& c = window.controls();
-    click(c.imgTool[int(ToolId::Label)], Qt::LeftButton);
+    QTest::mouseClick(c.imgTool[int(ToolId::Label)], Qt::LeftButton, {}, {3, 3});
     auto* caption = c.map->findChild<QLineEdit*>();
     ASSERT_TRUE(caption);
     const struct {
@@ -175,7 +169,7 @@ TEST(Wiring, TheCaptionBoxCommitsOnEitherEnterCancelsOnEscapeAndHandsTheKeysBack
         std::size_t labels;
     } cases[] = {{Qt::Key_Return, Qt::NoModifier, 1}, {Qt::Key_Enter, Qt::KeypadModifier, 2}, {Qt::Key_Escape, Qt::NoModifier, 2}};
     for (const auto& k : cases) {
-        click(c.map, Qt::LeftButton, {40, 30});
+        QTest::mouseClick(c.map, Qt::LeftButton, {}, {40, 30});
         window.syncControls();
         ASSERT_TRUE(caption->isVisible());
         EXPECT_EQ(caption->selectedText(), QStringLiteral("(New Label)")) << "each opening starts from the new-label text";
@@ -199,27 +193,27 @@ TEST(Wiring, ControlsTakeTheirButtonsOnly)
     // Tool icons and layer markers take a left click: pressed and let go over them.
     for (QWidget* target : {static_cast<QWidget*>(c.imgTool[2]), static_cast<QWidget*>(c.lbActiveLayer[3])}) {
         for (const Qt::MouseButton other : {Qt::RightButton, Qt::MiddleButton, Qt::BackButton})
-            click(target, other);
+            QTest::mouseClick(target, other, {}, {3, 3});
         mouse(target, QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton);
         mouse(target, QEvent::MouseButtonRelease, Qt::LeftButton, Qt::NoButton, {-40, 3});
     }
     EXPECT_EQ(e.tools.current(), ToolId::Pointer);
     EXPECT_EQ(e.doc.activeLayer, 0);
-    click(c.imgTool[2], Qt::LeftButton);
-    click(c.lbActiveLayer[3], Qt::LeftButton);
+    QTest::mouseClick(c.imgTool[2], Qt::LeftButton, {}, {3, 3});
+    QTest::mouseClick(c.lbActiveLayer[3], Qt::LeftButton, {}, {3, 3});
     EXPECT_EQ(e.tools.current(), ToolId::Select);
     EXPECT_EQ(e.doc.activeLayer, 3);
 
     e.palette.activeColor = {10, 20, 30};
     e.palette.presetColors[4] = {1, 2, 3};
     // Back and forward are no buttons of a swatch; right and middle store the active colour.
-    click(c.lblColor[5], Qt::BackButton);
-    click(c.lblColor[6], Qt::ForwardButton);
-    click(c.lblColor[7], Qt::MiddleButton);
-    click(c.lblColor[8], Qt::RightButton);
+    QTest::mouseClick(c.lblColor[5], Qt::BackButton, {}, {3, 3});
+    QTest::mouseClick(c.lblColor[6], Qt::ForwardButton, {}, {3, 3});
+    QTest::mouseClick(c.lblColor[7], Qt::MiddleButton, {}, {3, 3});
+    QTest::mouseClick(c.lblColor[8], Qt::RightButton, {}, {3, 3});
     const std::vector<ColorRGB> swatches(e.palette.swatchColors.begin() + 5, e.palette.swatchColors.begin() + 9);
     EXPECT_EQ(swatches, (std::vector<ColorRGB>{{}, {}, {10, 20, 30}, {10, 20, 30}}));
-    click(c.lblColor[4], Qt::LeftButton);
+    QTest::mouseClick(c.lblColor[4], Qt::LeftButton, {}, {3, 3});
     EXPECT_EQ(e.palette.activeColor, (ColorRGB{1, 2, 3}));
 
     // A strip follows a drag with the left button only; passing over it with
@@ -248,7 +242,7 @@ TEST(Wiring, StereoSlidersBrightnessAndTheAspectBoxReachTheDrawing)
     window.show();
     window.openFiles({map});
     const Controls& c = window.controls();
-    click(c.chkStereo, Qt::LeftButton);
+    QTest::mouseClick(c.chkStereo, Qt::LeftButton, {}, {3, 3});
     ASSERT_TRUE(c.chkStereo->isChecked());
     const auto frame = [&] {
         window.frameTick();
@@ -262,9 +256,9 @@ TEST(Wiring, StereoSlidersBrightnessAndTheAspectBoxReachTheDrawing)
         before = after;
     }
     ASSERT_TRUE(loadUnderlay(window.editor(), picture));
-    click(c.cmdBkg[0], Qt::LeftButton); // underlay on
+    QTest::mouseClick(c.cmdBkg[0], Qt::LeftButton, {}, {3, 3}); // underlay on
     before = frame();
-    click(c.chkAspect, Qt::LeftButton);
+    QTest::mouseClick(c.chkAspect, Qt::LeftButton, {}, {3, 3});
     EXPECT_FALSE(c.chkAspect->isChecked());
     EXPECT_NE(frame(), before) << "the wide picture is stretched over the whole map";
 }

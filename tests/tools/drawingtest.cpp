@@ -181,24 +181,6 @@ TEST(Deletion, TheSelectionOrElseTheLastRecord)
     }
 }
 
-TEST(Deletion, AnEmptyDocumentStaysEmptyAndTheNextLineTakesIndexZero)
-{
-    DrawWorld w(ToolId::Line);
-    for (int i = 0; i < 3; ++i) {
-        w.key(Key::Delete);
-        w.key(Key::Delete, kShiftMask);
-    }
-    EXPECT_EQ(w.editor.doc.lineCount() + w.editor.doc.labelCount(), 0u);
-    w.press(1, 1);
-    w.press(2, 2);
-    w.key(Key::Delete);
-    w.key(Key::Escape);
-    w.press(3, 3);
-    w.press(4, 4);
-    ASSERT_EQ(w.editor.doc.lineCount(), 1u);
-    EXPECT_EQ(w.editor.doc.lines()[0].p1.x, 3);
-}
-
 TEST(ShiftToLoc, TheTypedLocationComesUnderTheMark)
 {
     const struct {

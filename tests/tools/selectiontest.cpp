@@ -88,24 +88,6 @@ TEST(HitTest, OneLineAgainstPointsOnItsBorders)
     }
 }
 
-TEST(HitTest, ClicksToggleEveryLineHitAndClearNothingElse)
-{
-    FakeWorld w;
-    Editor& e = w.editor;
-    addTestLine(e, 0, 0, 0, 100, 100, 0, kBlue);
-    addTestLine(e, 0, 100, 0, 100, 0, 0, kBlue);
-    addTestLine(e, 500, 500, 0, 600, 500, 0, kBlue);
-    EXPECT_TRUE(clickAt(e, 50, 50)); // where the two cross
-    EXPECT_EQ(selectedLines(e.doc), (std::vector<std::size_t>{0, 1}));
-    EXPECT_TRUE(clickAt(e, 50, 50));
-    EXPECT_TRUE(selectedLines(e.doc).empty());
-    // Setting instead of toggling leaves a selected line selected.
-    clickAt(e, 550, 500);
-    EXPECT_TRUE(clickAt(e, 550, 500, false));
-    EXPECT_EQ(selectedLines(e.doc), (std::vector<std::size_t>{2}));
-    EXPECT_FALSE(clickAt(e, 300, 10));
-}
-
 // The tolerance of 2 is in world units, whatever the scale and offsets.
 TEST(HitTest, AClickIsTakenToTheWorldFirst)
 {
