@@ -1,6 +1,5 @@
 #include "document/mapwriter.h"
 #include "editor/edits.h"
-#include "editor/layercommands.h"
 #include "editor/maploading.h"
 #include "editor/palettecommands.h"
 #include "editor/viewcommands.h"
@@ -61,6 +60,7 @@ TEST(EditHistory, AnEditMadeWhileALoadLetsEventsRunIsAStepOfItsOwn)
     EXPECT_EQ(formatLayer(e.doc, 0), "L 10,20,0,300,400,5,255,0,0\r\n");
     e.history.undo(e);
     EXPECT_EQ(e.doc.lineCount(), 0u);
+    EXPECT_TRUE(e.doc.layerFile[0].isEmpty()) << "the load undone, the layer has no file again";
 }
 
 // A stroke and a strip drag are one step each, and never one with each other,
@@ -77,6 +77,8 @@ TEST(EditHistory, GesturesAreOneStepEachAndNeverMergeWithAnotherKind)
         e.tools.move(e, kLeftButton, {x, 300});
     ASSERT_EQ(e.doc.lineCount(), 2u);
     e.doc.setLineSelected(0, true);
+    stripMouseMove(e, 2, kLeftButton, 0); // blue 0 on a black line: nothing changes
+    EXPECT_EQ(e.history.undoText(), QStringLiteral("Undo Freehand"));
     stripMouseMove(e, 0, kLeftButton, kStripWidth); // black made red: one channel differs
     e.tools.move(e, kLeftButton, {1200, 300});
     stripMouseMove(e, 0, kLeftButton, kStripWidth / 2);

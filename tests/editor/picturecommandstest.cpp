@@ -4,7 +4,6 @@
 #include "tests/support/records.h"
 
 #include <QDir>
-#include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
 
@@ -28,7 +27,7 @@ TEST(ExportPicture, WritesThePictureOrTellsWhyNot)
         const char* written; // the file, empty when none
         QSize pixels;        // its size
         const char* message; // part of the message, empty when none
-        bool atOnePoint = false;
+        const char* map = "line"; // or "label" alone, or "" for nothing
     } cases[] = {
         {"whole map", PictureArea::WholeMap, {300, 200}, PictureFormat::Png, "a.png", "a.png", {300, 200}, ""},
         {"current view", PictureArea::CurrentView, {9, 9}, PictureFormat::Png, "b.PNG", "b.PNG", {453, 477}, ""},
@@ -37,7 +36,8 @@ TEST(ExportPicture, WritesThePictureOrTellsWhyNot)
         {"unwritable", PictureArea::WholeMap, {64, 64}, PictureFormat::Png, "none/e.png", "", {}, "could not be written to"},
         {"size 0", PictureArea::WholeMap, {0, 64}, PictureFormat::Png, "f.png", "", {}, "from 1 to 32768 pixels"},
         {"too large", PictureArea::WholeMap, {32769, 64}, PictureFormat::Png, "g.png", "", {}, "from 1 to 32768 pixels"},
-        {"one point", PictureArea::WholeMap, {64, 64}, PictureFormat::Png, "h.png", "", {}, "lies at one point", true},
+        {"one point", PictureArea::WholeMap, {64, 64}, PictureFormat::Png, "h.png", "", {}, "lies at one point", "label"},
+        {"nothing shown", PictureArea::WholeMap, {64, 64}, PictureFormat::Png, "j.png", "", {}, "nothing to fit", ""},
         {"one pixel", PictureArea::WholeMap, {1, 1}, PictureFormat::Png, "i.png", "i.png", {1, 1}, ""},
         {"cancelled", PictureArea::WholeMap, {64, 64}, PictureFormat::Png, nullptr, "", {}, ""},
     };
@@ -47,11 +47,11 @@ TEST(ExportPicture, WritesThePictureOrTellsWhyNot)
         QTemporaryDir dir;
         QDir::setCurrent(dir.path()); // where a suggested name alone would go
         FakeWorld w;
-        if (c.atOnePoint) {
+        const std::string map = c.map;
+        if (map == "label")
             addTestLabel(w.editor, 5, 5, 0, kBlack, "Here");
-        } else {
+        else if (map == "line")
             addTestLine(w.editor, 0, 0, 0, 100, 50, 0, kBlack);
-        }
         w.fileDialog.filter = "maps";
         if (c.answer)
             w.fileDialog.answers.push_back(dir.filePath(c.answer));
@@ -68,7 +68,12 @@ TEST(ExportPicture, WritesThePictureOrTellsWhyNot)
             EXPECT_TRUE(w.dialogs.messages[0].text.contains(c.message)) << w.dialogs.messages[0].text.toStdString();
         }
         // Problems found before the file is asked for are told first.
-        EXPECT_EQ(w.fileDialog.saves, c.size.width() == 0 || c.size.width() > 32768 || c.atOnePoint ? 0 : 1);
+        const bool asked = !QString(c.message).contains("pixels") && map == "line";
+        ASSERT_EQ(w.fileDialog.saves, asked ? 1 : 0);
+        if (asked) {
+            EXPECT_TRUE(w.fileDialog.shownFilters.back().startsWith(c.format == PictureFormat::Png ? "PNG" : "SVG"))
+                << "the chosen format is offered first";
+        }
         EXPECT_EQ(w.fileDialog.filter, "maps") << "the map commands' dialog is left as it was";
     }
     QDir::setCurrent(startedIn);

@@ -18,7 +18,10 @@ TEST(StartUp, ReappliesTheZoomWhileTheStartOffsetsHold)
     // scale 3.8029; the view is then reset to 1 and only the marker, now at
     // 60 + 3615 * 3.8029 / 99.5, shows that scale.
     FakeWorld world;
+    world.settings.save(QStringLiteral("colorPresets"), QStringLiteral("3"), QStringLiteral("7,8,9"));
     startUp(world.editor);
+    EXPECT_EQ(world.editor.palette.swatchColors[3], (ColorRGB{7, 8, 9}));
+    EXPECT_TRUE(world.editor.underlay.underlayOn);
     EXPECT_NEAR(world.editor.view.zoom.markerX1, 198.16, 0.01);
     EXPECT_EQ(world.editor.view.currentScale, 1.0f);
     EXPECT_EQ(world.editor.view.offsetX, 0.0f);

@@ -66,16 +66,18 @@ TEST(Picture, AFlatMapIsFittedWithItsLabelsTextAndCentred)
 {
     SmallMap m;
     m.editor.doc.takeRecordsFrom(0, 0);
-    addTestLine(m.editor, 0, 0, 0, 100, 0, 0, kBlue);
-    addTestLabel(m.editor, 100, 0, 0, kBlack, "Gate");
+    addTestLine(m.editor, 0, 40, 0, 100, 40, 0, kBlue);
+    addTestLabel(m.editor, 100, 40, 0, kBlack, "Gate");
     const QImage png(m.write(PictureFormat::Png, {PictureArea::WholeMap, {}, PictureFormat::Png, false}));
-    int left = png.width(), right = -1;
+    int left = png.width(), right = -1, top = png.height(), bottom = -1;
     for (int y = 0; y < png.height(); ++y)
         for (int x = 0; x < png.width(); ++x)
             if (png.pixel(x, y) != qRgb(255, 255, 255))
-                left = std::min(left, x), right = std::max(right, x);
-    // The text's ink ends a few pixels short of its advance.
+                left = std::min(left, x), right = std::max(right, x), top = std::min(top, y), bottom = std::max(bottom, y);
+    ASSERT_LT(top, bottom) << "something is drawn";
+    // The text's ink ends a few pixels short of its advance and its line height.
     EXPECT_NEAR(left, png.width() - 1 - right, 8) << "as much room left of the line as right of the text";
+    EXPECT_NEAR(top, png.height() - 1 - bottom, 8) << "as much room above the line as below the text";
 }
 
 // The elements of an SVG drawing, each with the attributes its groups give it.

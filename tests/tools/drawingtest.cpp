@@ -149,11 +149,13 @@ TEST(Deletion, TheSelectionOrElseTheLastRecord)
         bool selectSome;
         int shift;
         const char* left; // lines | labels, by their x
+        int presses = 1;
     } cases[] = {
         {true, 0, "2 4 | 1"},
         {true, kShiftMask, "2 4 | 1"},
         {false, 0, "1 2 3 | 1 2"},
         {false, kShiftMask, "1 2 3 4 | 1"},
+        {false, kShiftMask, "1 2 3 4 |", 2}, // the one label left goes too
         {false, kShiftMask | kCtrlMask, "1 2 3 | 1 2"},
     };
     for (const auto& c : cases) {
@@ -169,7 +171,8 @@ TEST(Deletion, TheSelectionOrElseTheLastRecord)
             e.doc.setLabelSelected(1, true);
         }
         const int frames = w.surface.frames();
-        w.key(Key::Delete, c.shift);
+        for (int i = 0; i < c.presses; ++i)
+            w.key(Key::Delete, c.shift);
         std::string left;
         for (const MapLine& l : e.doc.lines())
             left += std::to_string(int(l.p1.x)) + " ";
