@@ -114,6 +114,7 @@ TEST(Recovery, TheBaseLayerComesBackIntoTheBaseLayerWhicheverLayerIsActive)
         ASSERT_TRUE(keeper.flush(w.editor));
     }
     FakeWorld w;
+    drawLine(w.editor, 9); // replaced by the copy, not kept beside it
     w.editor.doc.activeLayer = 2;
     RecoveryKeeper(place).recover(w.editor);
     EXPECT_EQ(formatLayer(w.editor.doc, 0), "L 10,4,0,20,4,0,0,0,0\r\n");
