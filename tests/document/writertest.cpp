@@ -100,7 +100,9 @@ TEST(MapWriter, CoordinatesMatchSevenSignificantDigitsOfC)
 TEST(MapWriter, ALabelTextLongerThanAWriteBlockIsWrittenWhole)
 {
     MapDocument doc;
-    const std::string text = std::string(5'000'000, 'a') + "z";
+    // Past what the growing blocks (64 KB doubling up to 4 MB) hold, so that a
+    // full block is written out and the next one starts empty.
+    const std::string text = std::string(9'000'000, 'a') + "z";
     add(doc, 0, "P 1,2,3,4,5,6,7," + text);
     EXPECT_TRUE(formatLayer(doc, 0) == "P 1,2,3,4,5,6,7," + text + "\r\n");
 }

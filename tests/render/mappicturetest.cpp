@@ -167,7 +167,8 @@ TEST(MapPicture, EveryFrameIsThatOfAWholeSingleThreadedFrameWithTheSelectionOnTo
 
 TEST(MapPicture, APanDrawsEveryRowOfTheStripsItUncovers)
 {
-    QImageSurface screen(200 * kPx, 150 * kPx), reference(200 * kPx, 150 * kPx);
+    // Too short to be cut into bands, so no band's worker exists before the first pan's strips need one.
+    QImageSurface screen(200 * kPx, 24 * kPx), reference(200 * kPx, 24 * kPx);
     EditorOn w(screen);
     Editor& e = w.editor;
     fillBusyMap(e);
