@@ -18,20 +18,13 @@ namespace {
 
 constexpr ColorRGB kBlue{0, 0, 255};
 
-std::vector<std::size_t> selectedLines(const MapDocument& doc)
+// The indices of the selected lines or labels.
+template <typename Records>
+std::vector<std::size_t> selectedOf(const Records& records)
 {
     std::vector<std::size_t> out;
-    for (std::size_t i = 0; i < doc.lineCount(); ++i)
-        if (doc.lines()[i].selected)
-            out.push_back(i);
-    return out;
-}
-
-std::vector<std::size_t> selectedLabels(const MapDocument& doc)
-{
-    std::vector<std::size_t> out;
-    for (std::size_t i = 0; i < doc.labelCount(); ++i)
-        if (doc.labels()[i].selected)
+    for (std::size_t i = 0; i < records.size(); ++i)
+        if (records[i].selected)
             out.push_back(i);
     return out;
 }
@@ -119,7 +112,7 @@ TEST(HitTest, APointerDragSelectsAlongItsPathAndDeselectsNothing)
     e.tools.press(e, kLeftButton, {10, 50});
     for (float x = 10; x <= 70; x += 1)
         e.tools.move(e, kLeftButton, {x, 50});
-    EXPECT_EQ(selectedLines(e.doc), (std::vector<std::size_t>{0, 1, 2}));
+    EXPECT_EQ(selectedOf(e.doc.lines()), (std::vector<std::size_t>{0, 1, 2}));
 }
 
 TEST(HitTest, LayersShownKindsAndTheHeightFilter)
@@ -138,22 +131,22 @@ TEST(HitTest, LayersShownKindsAndTheHeightFilter)
     e.display.heightFilterOn = true;
     e.display.heightRange = 100;
     clickAt(e, 50, 0);
-    EXPECT_EQ(selectedLines(e.doc), (std::vector<std::size_t>{0, 2}));
-    EXPECT_EQ(selectedLabels(e.doc), (std::vector<std::size_t>{0, 2}));
+    EXPECT_EQ(selectedOf(e.doc.lines()), (std::vector<std::size_t>{0, 2}));
+    EXPECT_EQ(selectedOf(e.doc.labels()), (std::vector<std::size_t>{0, 2}));
 
     e.doc.clearSelection();
     e.display.heightFilterOn = false;
     e.display.labelsChecked = false;
     clickAt(e, 50, 0);
-    EXPECT_EQ(selectedLines(e.doc), (std::vector<std::size_t>{0, 1, 2}));
-    EXPECT_TRUE(selectedLabels(e.doc).empty());
+    EXPECT_EQ(selectedOf(e.doc.lines()), (std::vector<std::size_t>{0, 1, 2}));
+    EXPECT_TRUE(selectedOf(e.doc.labels()).empty());
 
     e.doc.clearSelection();
     e.display.labelsChecked = true;
     e.display.linesChecked = false;
     clickAt(e, 50, 0);
-    EXPECT_TRUE(selectedLines(e.doc).empty());
-    EXPECT_EQ(selectedLabels(e.doc), (std::vector<std::size_t>{0, 2, 3}));
+    EXPECT_TRUE(selectedOf(e.doc.lines()).empty());
+    EXPECT_EQ(selectedOf(e.doc.labels()), (std::vector<std::size_t>{0, 2, 3}));
 }
 
 TEST(SelectBox, SelectsRecordsWithAPointInsideOnTheActiveLayerOnly)
@@ -180,8 +173,8 @@ TEST(SelectBox, SelectsRecordsWithAPointInsideOnTheActiveLayerOnly)
         e.selection.showSelectBox(d.a, d.b);
         EXPECT_TRUE(e.selection.box.visible);
         e.selection.selectInBox(e.doc, e.view, e.display);
-        EXPECT_EQ(selectedLines(e.doc), (std::vector<std::size_t>{0, 1, 3}));
-        EXPECT_EQ(selectedLabels(e.doc), (std::vector<std::size_t>{0, 2, 3, 4}));
+        EXPECT_EQ(selectedOf(e.doc.lines()), (std::vector<std::size_t>{0, 1, 3}));
+        EXPECT_EQ(selectedOf(e.doc.labels()), (std::vector<std::size_t>{0, 2, 3, 4}));
     }
 }
 
@@ -202,8 +195,8 @@ TEST(SelectBox, TheHeightFilterAndTheLastLineTakenOut)
     e.doc.takeRecordsFrom(2, 2);
     e.selection.showSelectBox({0, 0}, {100, 100});
     e.selection.selectInBox(e.doc, e.view, e.display);
-    EXPECT_EQ(selectedLines(e.doc), (std::vector<std::size_t>{0}));
-    EXPECT_EQ(selectedLabels(e.doc), (std::vector<std::size_t>{0}));
+    EXPECT_EQ(selectedOf(e.doc.lines()), (std::vector<std::size_t>{0}));
+    EXPECT_EQ(selectedOf(e.doc.labels()), (std::vector<std::size_t>{0}));
     EXPECT_EQ(e.doc.selectedCount(), 2u);
 }
 
@@ -285,7 +278,7 @@ TEST(HitTest, TheGridFindsExactlyWhatTheWalkOverEveryLineFinds)
             const std::vector<std::size_t> expected = plainWalk(e.doc, x, y);
             e.doc.clearSelection();
             EXPECT_EQ(clickAt(e, x, y), !expected.empty()) << stage;
-            ASSERT_EQ(selectedLines(e.doc), expected) << stage << " at " << x << "," << y;
+            ASSERT_EQ(selectedOf(e.doc.lines()), expected) << stage << " at " << x << "," << y;
             hits += expected.size();
         }
         EXPECT_GT(hits, 300u) << stage << ": the probes must hit lines to show anything";
