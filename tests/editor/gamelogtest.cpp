@@ -52,8 +52,9 @@ TEST(FollowGameLog, LocationsAppendedToTheLogMoveTheMarkerSetZAndDrawThePath)
     markerAt(200, -100.5f, 5.25f);
     EXPECT_EQ(e.view.readout.z, QStringLiteral("5.25"));
     EXPECT_EQ(e.doc.lineCount(), 0u) << "the first location only places the marker";
-    append("ation is -30, 40.25, -7\r\n" + kTime + "Your Location is -30, 40.25, -7\r\n");
+    append("ation is -30, 40.25, -7\r\n"); // a line written in two pieces
     markerAt(-40.25f, 30, -7);
+    append(kTime + "Your Location is -30, 40.25, -7\r\n");
     EXPECT_EQ(e.doc.lineCount(), 1u) << "a location equal to the one before adds nothing";
 
     writeBytes(log, kTime + "Your Location is 0, 0, 0\n" + kTime + "Your Location is 1"); // cut short
@@ -73,12 +74,13 @@ TEST(FollowGameLog, LocationsAppendedToTheLogMoveTheMarkerSetZAndDrawThePath)
     EXPECT_EQ(ops.back().pen, PlayerMarker::kColour);
     EXPECT_EQ(ops.back().a, -1000.0f);
     // Its cross is open at the centre: four arms from 4 to 15 pixels out, 3 pixels wide.
-    ASSERT_GE(ops.size(), 4u);
+    ASSERT_GE(ops.size(), 5u);
     const float cx = ops.back().a, cy = ops.back().b - 60;
     std::vector<float> arms;
     for (auto op = ops.end() - 4; op != ops.end(); ++op)
         arms.insert(arms.end(), {op->a - cx, op->b - cy, op->c - cx, op->d - cy, float(op->penWidth)});
     EXPECT_EQ(arms, (std::vector<float>{-225, 0, -60, 0, 3, 60, 0, 225, 0, 3, 0, -225, 0, -60, 3, 0, 60, 0, 225, 3}));
+    EXPECT_NEAR((ops.end() - 5)->c - cx, PlayerMarker::kRingRadius, 0.01f) << "the ring closes where it began";
     EXPECT_EQ(w.surface.penColor(), kBlack);
     EXPECT_EQ(w.surface.penWidth(), 2);
 

@@ -94,6 +94,8 @@ TEST(EditHistory, GesturesAreOneStepEachAndNeverMergeWithAnotherKind)
         {"Undo Recolour", 3}, {"Undo Recolour", 3}, {"Undo Freehand", 3}, {"Undo Recolour", 2}, {"Undo Freehand", 2}};
     EXPECT_EQ(steps, expected);
     EXPECT_EQ(e.doc.lineCount(), 0u);
+    e.history.setByteLimit(0); // every step goes, and the memory counted with them
+    EXPECT_EQ(e.history.bytes(), 0u);
 }
 
 TEST(EditHistory, OverItsMemoryTheOldestStepsGo)

@@ -64,20 +64,25 @@ TEST(Picture, APngOfTheWholeMapShowsTheVisibleRecordsFittedInTheirOwnColours)
 
 TEST(Picture, AFlatMapIsFittedWithItsLabelsTextAndCentred)
 {
-    SmallMap m;
-    m.editor.doc.takeRecordsFrom(0, 0);
-    addTestLine(m.editor, 0, 40, 0, 100, 40, 0, kBlue);
-    addTestLabel(m.editor, 100, 40, 0, kBlack, "Gate");
-    const QImage png(m.write(PictureFormat::Png, {PictureArea::WholeMap, {}, PictureFormat::Png, false}));
-    int left = png.width(), right = -1, top = png.height(), bottom = -1;
-    for (int y = 0; y < png.height(); ++y)
-        for (int x = 0; x < png.width(); ++x)
-            if (png.pixel(x, y) != qRgb(255, 255, 255))
-                left = std::min(left, x), right = std::max(right, x), top = std::min(top, y), bottom = std::max(bottom, y);
-    ASSERT_LT(top, bottom) << "something is drawn";
-    // The text's ink ends a few pixels short of its advance and its line height.
-    EXPECT_NEAR(left, png.width() - 1 - right, 8) << "as much room left of the line as right of the text";
-    EXPECT_NEAR(top, png.height() - 1 - bottom, 8) << "as much room above the line as below the text";
+    // A level line with the label at its right end, and an upright one with it at its lower end.
+    for (const bool upright : {false, true}) {
+        SCOPED_TRACE(upright ? "upright" : "level");
+        SmallMap m;
+        m.editor.doc.takeRecordsFrom(0, 0);
+        const float endX = upright ? 40 : 100, endY = upright ? 100 : 40;
+        addTestLine(m.editor, upright ? 40 : 0, upright ? 0 : 40, 0, endX, endY, 0, kBlue);
+        addTestLabel(m.editor, endX, endY, 0, kBlack, "Gate");
+        const QImage png(m.write(PictureFormat::Png, {PictureArea::WholeMap, {}, PictureFormat::Png, false}));
+        int left = png.width(), right = -1, top = png.height(), bottom = -1;
+        for (int y = 0; y < png.height(); ++y)
+            for (int x = 0; x < png.width(); ++x)
+                if (png.pixel(x, y) != qRgb(255, 255, 255))
+                    left = std::min(left, x), right = std::max(right, x), top = std::min(top, y), bottom = std::max(bottom, y);
+        ASSERT_LT(top, bottom) << "something is drawn";
+        // The text's ink ends a few pixels short of its advance and its line height.
+        EXPECT_NEAR(left, png.width() - 1 - right, 8) << "as much room left of the line as right of the text";
+        EXPECT_NEAR(top, png.height() - 1 - bottom, 8) << "as much room above the line as below the text";
+    }
 }
 
 // The elements of an SVG drawing, each with the attributes its groups give it.
