@@ -17,8 +17,7 @@ using namespace plotwell;
 
 namespace {
 
-template<typename T>
-std::optional<double> widen(std::optional<T> v)
+template<typename T> std::optional<double> widen(std::optional<T> v)
 {
     return v ? std::optional<double>(double(*v)) : std::nullopt;
 }
@@ -34,7 +33,7 @@ TEST(NumberText, SingleReadsDecimalTextWithinTheSingleRange)
         {"3.4028234e38", FLT_MAX}, {"1e-50", 0}, // too small for a single: zero, not refused
         {"", {}}, {" ", {}}, {"12a", {}}, {"a12", {}}, {"1 2", {}}, {"1e", {}}, {"1e+", {}}, {"e5", {}},
         {".", {}}, {"-", {}}, {"--1", {}}, {"+-1", {}}, {"1..2", {}}, {"inf", {}}, {"nan", {}}, {"0x1A", {}},
-        {"&H10", {}}, {"1e39", {}}, {"-3.5e38", {}}, {"1e400", {}},
+        {"&H10", {}}, {"1e39", {}}, {"-3.5e38", {}}, {"1e400", {}}, {"0.00000000000000000001e60", {}},
         {"1000000000000000000000000000000000000000000000000e-5", {}}, // a long mantissa is still too large
     };
     for (const auto& c : cases)

@@ -85,13 +85,15 @@ TEST(EditHistory, GesturesAreOneStepEachAndNeverMergeWithAnotherKind)
     e.doc.setLineSelected(1, true); // the drag goes on over another selection
     stripMouseMove(e, 0, kLeftButton, kStripWidth / 4);
     EXPECT_EQ(e.doc.lines()[1].r, stripValue(kStripWidth / 4));
+    swatchPressed(e, 5, kLeftButton); // a colour picked while the strip is held is a step of its own
     std::vector<std::pair<QString, std::size_t>> steps;
     while (e.history.canUndo()) {
         steps.emplace_back(e.history.undoText(), e.doc.lineCount());
         e.history.undo(e);
     }
     const std::vector<std::pair<QString, std::size_t>> expected = {
-        {"Undo Recolour", 3}, {"Undo Recolour", 3}, {"Undo Freehand", 3}, {"Undo Recolour", 2}, {"Undo Freehand", 2}};
+        {"Undo Recolour", 3}, {"Undo Recolour", 3}, {"Undo Recolour", 3},
+        {"Undo Freehand", 3}, {"Undo Recolour", 2}, {"Undo Freehand", 2}};
     EXPECT_EQ(steps, expected);
     EXPECT_EQ(e.doc.lineCount(), 0u);
     e.history.setByteLimit(0); // every step goes, and the memory counted with them

@@ -73,7 +73,7 @@ TEST(MapPicture, EveryFrameIsThatOfAWholeSingleThreadedFrameWithTheSelectionOnTo
              option = !option;
          }},
         {"edit", [&] {
-             const int what = pick(4);
+             const int what = pick(5);
              const auto layer = std::int16_t(pick(kLayerCount));
              if (what == 0)
                  addTestLine(e, float(pick(200) - 40), 70, 5, float(pick(200) - 40), 90, 5, {0, 0, 255});
@@ -81,6 +81,9 @@ TEST(MapPicture, EveryFrameIsThatOfAWholeSingleThreadedFrameWithTheSelectionOnTo
                  addTestLabel(e, float(pick(200) - 40), float(pick(200) - 40), 0, kWhite, "Edit");
              else if (what == 2)
                  e.doc.setLineColor(std::size_t(pick(int(e.doc.lineCount()))), {250, 120, 0});
+             else if (what == 3)
+                 for (std::size_t i = std::size_t(pick(9)); i < e.doc.labelCount(); i += 9)
+                     e.doc.setLabelColor(i, {250, 120, 0});
              else if (taken.empty())
                  taken = e.doc.takeRecordsWhere([&](std::int16_t l, bool) { return l == layer; });
              else

@@ -98,8 +98,7 @@ std::vector<QXmlStreamAttributes> svgElements(const QString& path, const QString
             QXmlStreamAttributes attributes = groups.back();
             for (const QXmlStreamAttribute& a : xml.attributes()) {
                 attributes.erase(std::remove_if(attributes.begin(), attributes.end(),
-                                                [&](const auto& b) { return b.name() == a.name(); }),
-                                 attributes.end());
+                                                [&](const auto& b) { return b.name() == a.name(); }), attributes.end());
                 attributes.append(a);
             }
             groups.push_back(attributes);

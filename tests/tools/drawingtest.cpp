@@ -73,8 +73,7 @@ TEST(LineTool, ClicksMakeAChainThatEscapeCloses)
     frames = w.surface.frames();
     w.press(300, 300); // starts a new chain
     EXPECT_EQ(w.surface.frames(), frames);
-    EXPECT_EQ(w.saved(), "L 0,0,5,100,0,5,10,20,30\r\n"
-                         "L 100,0,5,100,50.5,5,10,20,30\r\n");
+    EXPECT_EQ(w.saved(), "L 0,0,5,100,0,5,10,20,30\r\nL 100,0,5,100,50.5,5,10,20,30\r\n");
 }
 
 TEST(LineTool, DrawnCoordinatesAreRoundedToSevenDigits)

@@ -19,8 +19,7 @@ namespace {
 constexpr ColorRGB kBlue{0, 0, 255};
 
 // The indices of the selected lines or labels.
-template <typename Records>
-std::vector<std::size_t> selectedOf(const Records& records)
+template <typename Records> std::vector<std::size_t> selectedOf(const Records& records)
 {
     std::vector<std::size_t> out;
     for (std::size_t i = 0; i < records.size(); ++i)
