@@ -234,4 +234,33 @@ ReadResult readMapFile(const QString& path, MapDocument& doc, std::int16_t layer
     return readMapRecords(file, doc, layer, scale, progress);
 }
 
+std::optional<std::size_t> countTextLines(const QString& path)
+{
+    if (!QFileInfo(path).isFile())
+        return std::nullopt;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    std::vector<char> buffer(kChunk);
+    std::size_t lines = 0;
+    char last = '\n'; // as if a line had just ended
+    for (;;) {
+        const qint64 got = file.read(buffer.data(), qint64(buffer.size()));
+        if (got < 0)
+            return std::nullopt;
+        if (got == 0)
+            break;
+        for (qint64 i = 0; i < got; ++i) {
+            const char c = buffer[std::size_t(i)];
+            // A CR LF is one line end, counted at its CR.
+            if (c == '\r' || (c == '\n' && last != '\r'))
+                ++lines;
+            last = c;
+        }
+    }
+    if (last != '\n' && last != '\r')
+        ++lines; // the last line has no line end
+    return lines;
+}
+
 } // namespace plotwell

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 
 class QIODevice;
@@ -62,5 +63,10 @@ ReadResult readMapRecords(QIODevice& device, MapDocument& doc, std::int16_t laye
 // could block the read for ever, a device never end).
 ReadResult readMapFile(const QString& path, MapDocument& doc, std::int16_t layer, float scale,
                        const ReadProgress& progress = {});
+
+// How many text lines the file at path holds, with the line ends the reader
+// knows (a last line without one counts too); none when it cannot be read.
+// Only regular files are counted.
+std::optional<std::size_t> countTextLines(const QString& path);
 
 } // namespace plotwell

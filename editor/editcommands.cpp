@@ -21,8 +21,7 @@ void swapLayerFile(Editor& editor, LayerFile& other)
 
 bool sameFile(const LayerFile& a, const LayerFile& b)
 {
-    return a.path == b.path && a.caption == b.caption && a.stamp.known == b.stamp.known && a.stamp.size == b.stamp.size
-        && a.stamp.modified == b.stamp.modified;
+    return a.path == b.path && a.caption == b.caption && a.stamp == b.stamp;
 }
 
 RecordsCommand::RecordsCommand(QString text, TakenRecords removed, const MapDocument& doc, AppendMark from,

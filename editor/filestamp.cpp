@@ -1,5 +1,7 @@
 #include "editor/filestamp.h"
 
+#include "document/mapreader.h"
+
 #include <QFileInfo>
 
 namespace plotwell {
@@ -10,6 +12,14 @@ FileStamp FileStamp::of(const QString& path)
     if (!info.exists())
         return {};
     return {true, info.size(), info.lastModified()};
+}
+
+void FileStamp::noteRead(const ReadResult& result)
+{
+    if (!known)
+        return;
+    stoppedAtLine = result.opened ? result.stoppedAtLine : 1;
+    holdsNul = result.holdsNul;
 }
 
 bool FileStamp::changedOnDisk(const QString& path) const

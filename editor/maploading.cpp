@@ -42,14 +42,13 @@ ReadResult openMapFile(Editor& editor, const QString& path, std::int16_t layer)
     // What the layer was, should the user cancel a long load.
     const QString fileBefore = doc.layerFile[layer];
     const QString captionBefore = editor.layers.captions[layer];
-    const FileStamp stampBefore = editor.layerStamps[layer];
     const std::size_t linesBefore = doc.lineCount();
     const std::size_t labelsBefore = doc.labelCount();
 
     doc.layerFile[layer] = path;
     editor.layers.captions[layer] = fileNameOf(path);
     editor.services.settings.save(kSettings, kMapFolderKey, folderOf(path));
-    editor.layerStamps[layer] = FileStamp::of(path);
+    FileStamp stamp = FileStamp::of(path);
 
     Progress& progress = editor.services.progress;
     progress.begin(QStringLiteral("Loading %1").arg(fileNameOf(path)));
@@ -61,9 +60,11 @@ ReadResult openMapFile(Editor& editor, const QString& path, std::int16_t layer)
         doc.keepFirst(linesBefore, labelsBefore);
         doc.layerFile[layer] = fileBefore;
         editor.layers.captions[layer] = captionBefore;
-        editor.layerStamps[layer] = stampBefore;
         return result;
     }
+    // Where the read stopped guards the rest of the file against the next save.
+    stamp.noteRead(result);
+    editor.layerStamps[layer] = stamp;
     // A file that cannot be opened or a record that cannot be converted ends
     // the load here, silently.
     if (!result.complete())
@@ -102,6 +103,20 @@ void loadLayerFromMenu(Editor& editor, std::int16_t layer)
     setActiveLayer(editor, layer);
 }
 
+namespace {
+
+// How many of the name's letters have the case they have in the model; the
+// names compared are equal but for case.
+int caseMatches(const QString& name, const QString& model)
+{
+    int same = 0;
+    for (int i = 0; i < name.size() && i < model.size(); ++i)
+        same += name.at(i) == model.at(i);
+    return same;
+}
+
+} // namespace
+
 std::optional<std::array<QString, kLayerCount>> zoneFiles(const QString& basePath)
 {
     const QFileInfo base(basePath);
@@ -112,10 +127,20 @@ std::optional<std::array<QString, kLayerCount>> zoneFiles(const QString& basePat
     std::array<QString, kLayerCount> files{basePath};
     bool any = false;
     const QString suffix = base.suffix().isEmpty() ? QString() : QLatin1Char('.') + base.suffix();
+    // The game finds a zone's files whatever the case of their names
+    // (Trakanon_1.txt beside trakanon.txt); where two names differ only in
+    // case, the one cased like the base wins.
+    const QStringList entries = base.dir().entryList(QDir::Files, QDir::Name);
     for (int n = 1; n < kLayerCount; ++n) {
-        const QString path = base.dir().filePath(base.completeBaseName() + QStringLiteral("_%1").arg(n) + suffix);
-        if (QFileInfo(path).isFile()) {
-            files[std::size_t(n)] = QDir::toNativeSeparators(path);
+        const QString wanted = base.completeBaseName() + QStringLiteral("_%1").arg(n) + suffix;
+        QString best;
+        for (const QString& entry : entries) {
+            if (entry.compare(wanted, Qt::CaseInsensitive) == 0
+                && (best.isEmpty() || caseMatches(entry, wanted) > caseMatches(best, wanted)))
+                best = entry;
+        }
+        if (!best.isEmpty()) {
+            files[std::size_t(n)] = QDir::toNativeSeparators(base.dir().filePath(best));
             any = true;
         }
     }

@@ -1,8 +1,10 @@
 #include "editor/mapsaving.h"
 
+#include "document/mapreader.h"
 #include "document/mapwriter.h"
 #include "editor/editor.h"
 #include "editor/maploading.h"
+#include "platform/fileidentity.h"
 
 #include <QDir>
 
@@ -41,30 +43,67 @@ bool chooseLayerFile(Editor& editor, std::int16_t layer)
     return true;
 }
 
+namespace {
+
+// " and the line after it", " and the 163 lines after it", or nothing.
+QString linesAfter(const std::optional<std::size_t>& total, std::size_t line)
+{
+    const std::size_t after = total && *total > line ? *total - line : 0;
+    if (after == 0)
+        return {};
+    return after == 1 ? QStringLiteral(" and the line after it") : QStringLiteral(" and the %1 lines after it").arg(after);
+}
+
+// Why saving must leave the layer's file as it is this time; empty when
+// nothing would be lost. A file that another program changed since Plotwell
+// read it, or that Plotwell read only in part, is not overwritten unasked:
+// the first save tells, and the next one replaces the file.
+QString reasonToKeep(const FileStamp& stamp, const QString& path, std::int16_t layer)
+{
+    const QString n = QString::number(layer);
+    const QString again = QStringLiteral("Choose Save all layers again to replace it.");
+    if (stamp.changedOnDisk(path))
+        return QStringLiteral("The file %1 was changed by another program after Plotwell read it, so layer %2 was not "
+                              "saved and the file was left as it is. %3")
+            .arg(path, n, again);
+    if (stamp.holdsNul)
+        return QStringLiteral("The file %1 holds NUL bytes, so it is not a map text file: layer %2 was not saved and the "
+                              "file was left as it is. %3")
+            .arg(path, n, again);
+    if (stamp.stoppedAtLine != 0) {
+        const QString line = QString::number(stamp.stoppedAtLine);
+        return QStringLiteral("Plotwell read the file %1 only up to line %2, which it could not read, so layer %3 was not "
+                              "saved and the file was left as it is: saving it would lose line %2%4. %5")
+            .arg(path, line, n, linesAfter(countTextLines(path), stamp.stoppedAtLine), again);
+    }
+    return {};
+}
+
+} // namespace
+
 void saveLayer(Editor& editor, std::int16_t layer)
 {
     const QString& path = editor.doc.layerFile[layer];
     FileStamp& stamp = editor.layerStamps[layer];
-    if (stamp.changedOnDisk(path)) {
-        // Another program's work is not overwritten unasked: the first save
-        // tells, the next one replaces the file.
+    if (const QString why = reasonToKeep(stamp, path, layer); !why.isEmpty()) {
         stamp = FileStamp::of(path);
-        editor.services.dialogs.message(
-            QStringLiteral("The file %1 was changed by another program after Plotwell read it, so layer %2 was "
-                           "not saved and the file was left as it is. Choose Save all layers again to replace it.")
-                .arg(path)
-                .arg(layer),
-            kTitle);
+        editor.services.dialogs.message(why, kTitle);
         return;
     }
     const WriteResult result = writeLayerFile(path, editor.doc, layer);
-    if (result.ok()) {
-        stamp = FileStamp::of(path);
-        editor.history.markSaved(layer);
+    if (!result.ok()) {
+        editor.services.dialogs.message(
+            QStringLiteral("The layer %1 could not be saved to %2: %3").arg(layer).arg(path, result.error), kTitle);
         return;
     }
-    editor.services.dialogs.message(
-        QStringLiteral("The layer %1 could not be saved to %2: %3").arg(layer).arg(path, result.error), kTitle);
+    stamp = FileStamp::of(path);
+    editor.history.markSaved(layer);
+    // Another layer with the same file now holds what Plotwell wrote itself,
+    // which is no change by another program.
+    for (std::int16_t other = 0; other < kLayerCount; ++other) {
+        if (other != layer && sameFileOnDisk(editor.doc.layerFile[other], path))
+            editor.layerStamps[other] = stamp;
+    }
 }
 
 void saveAllLayers(Editor& editor)

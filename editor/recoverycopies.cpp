@@ -21,6 +21,8 @@ QByteArray aboutText(std::int16_t layer, const QString& file, const FileStamp& s
     if (stamp.known) {
         about.insert(QStringLiteral("fileSize"), double(stamp.size));
         about.insert(QStringLiteral("fileModified"), stamp.modified.toUTC().toString(Qt::ISODateWithMs));
+        about.insert(QStringLiteral("stoppedAtLine"), double(stamp.stoppedAtLine));
+        about.insert(QStringLiteral("holdsNul"), stamp.holdsNul);
     }
     return QJsonDocument(about).toJson();
 }
@@ -80,8 +82,13 @@ std::vector<RecoveryCopy> RecoveryFolder::copies() const
                           QFileInfo(about).lastModified()};
         const QDateTime modified = QDateTime::fromString(json.value(QStringLiteral("fileModified")).toString(),
                                                          Qt::ISODateWithMs);
-        if (modified.isValid())
+        if (modified.isValid()) {
             copy.stamp = {true, qint64(json.value(QStringLiteral("fileSize")).toDouble()), modified};
+            // What the layer held of its file is guarded as before the program ended.
+            const double stopped = json.value(QStringLiteral("stoppedAtLine")).toDouble();
+            copy.stamp.stoppedAtLine = stopped >= 1 && stopped < 1e15 ? std::size_t(stopped) : 0;
+            copy.stamp.holdsNul = json.value(QStringLiteral("holdsNul")).toBool();
+        }
         found.push_back(copy);
     }
     return found;

@@ -336,12 +336,16 @@ QString makeFile(const QString& folder, const QString& recipe)
         const MapKind mapKind = MapKind(kind % int(MapKind::Count));
         writeFile(path, mapText(mapKind, seed));
         if (what == QLatin1String("zone")) {
-            // Some of the siblings name_1 .. name_3 beside the base file.
+            // Some of the siblings name_1 .. name_3 beside the base file, as
+            // map packs name them: often capitalised beside a lower-case base.
             const QString stem = name.endsWith(QLatin1String(".txt")) ? name.chopped(4) : name;
             for (int n = 1; n <= 3; ++n) {
-                if (mixSeed(seed, std::uint64_t(n)) % 3 != 0)
-                    writeFile(QDir(folder).filePath(stem + QStringLiteral("_%1.txt").arg(n)),
-                              mapText(MapKind::Plain, mixSeed(seed, std::uint64_t(n) + 10)));
+                const std::uint64_t pick = mixSeed(seed, std::uint64_t(n));
+                if (pick % 3 == 0)
+                    continue;
+                const QString sibling = pick % 2 ? stem.left(1).toUpper() + stem.mid(1) : stem;
+                writeFile(QDir(folder).filePath(sibling + QStringLiteral("_%1.txt").arg(n)),
+                          mapText(MapKind::Plain, mixSeed(seed, std::uint64_t(n) + 10)));
             }
         }
         return path;

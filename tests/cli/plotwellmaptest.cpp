@@ -173,7 +173,7 @@ TEST_F(PlotwellMap, HostileFilesGetAMessageAndAStatus)
 TEST_F(PlotwellMap, RenderWritesAPictureOrTellsWhyNot)
 {
     const QString zone = write("zone.txt", "L 0,0,0,100,50,0,0,0,255\r\nP 10,10,0,0,0,0,1,Camp\r\n");
-    write("zone_1.txt", "P 50,25,0,255,0,0,1,Bank\r\n");
+    write("Zone_1.txt", "P 50,25,0,255,0,0,1,Bank\r\n"); // the game ignores the case of names
     const QString point = write("point.txt", "L 5,5,0,5,5,0,0,0,0\r\n");
     const QString stops = write("stops.txt", "L 0,0,0,9,9,0,0,0,0\r\nL 1\r\n");
     const struct {
