@@ -66,7 +66,9 @@ void exportPictureFromMenu(Editor& editor)
 {
     Dialogs& messages = editor.services.dialogs;
     PictureDialog& dialog = editor.services.pictureDialog;
-    const bool underlayShown = editor.underlay.underlayOn;
+    // Only a picture the user chose can go with the map; the program's own
+    // start-up picture never does.
+    const bool underlayShown = editor.underlay.underlayOn && !editor.underlay.builtIn;
     const QSize viewSize(std::max(1, px(editor.view.mapWidth)), std::max(1, px(editor.view.mapHeight)));
     if (!dialog.show(viewSize, underlayShown))
         return;

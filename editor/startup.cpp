@@ -23,6 +23,7 @@ void startUp(Editor& editor)
     registerCoreResources();
     // The underlay starts with the program's own picture.
     editor.underlay.picture = QImage(QStringLiteral(":/underlay/startup.png"));
+    editor.underlay.builtIn = true;
     editor.underlay.underlayOn = true;
     editor.display.heightRange = 100;
     editor.view.currentScale = 1;

@@ -34,6 +34,7 @@ bool loadUnderlay(Editor& editor, const QString& fileName)
     if (picture.isNull())
         return false;
     editor.underlay.picture = std::move(picture);
+    editor.underlay.builtIn = false;
     editor.underlay.underlayOn = true;
     drawLines(editor);
     return true;

@@ -10,6 +10,9 @@ struct UnderlayState {
     bool tracingPaperOn = false;
     bool aspectChecked = true; // chkAspect "Maintain Aspect"
     QImage picture;            // the picture box p
+    // The picture is the program's own start-up picture, not one the user
+    // chose: pictures of the map written to files leave it out.
+    bool builtIn = false;
 };
 
 } // namespace plotwell

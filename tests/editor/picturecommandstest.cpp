@@ -1,4 +1,6 @@
 #include "editor/picturecommands.h"
+#include "editor/startup.h"
+#include "editor/underlaycommands.h"
 
 #include "tests/support/fakes.h"
 #include "tests/support/records.h"
@@ -83,6 +85,30 @@ TEST(ExportPicture, WritesThePictureOrTellsWhyNot)
             << "the map commands' dialog is left as it was";
     }
     QDir::setCurrent(startedIn);
+}
+
+TEST(ExportPicture, TheStartUpPictureNeverGoesWithTheMapAPictureTheUserOpenedDoes)
+{
+    QTemporaryDir dir;
+    FakeWorld w;
+    startUp(w.editor);
+    addTestLine(w.editor, 0, 0, 0, 100, 50, 0, kBlack);
+    w.pictureDialog.options = {PictureArea::CurrentView, {9, 9}, PictureFormat::Png, true};
+    const auto exportTo = [&](const char* name) {
+        w.fileDialog.answers.push_back(dir.filePath(name));
+        exportPictureFromMenu(w.editor);
+        return QImage(dir.filePath(name)).pixel(200, 200); // away from the line
+    };
+    w.surface.setBackColor(kWhite);
+    EXPECT_EQ(exportTo("start.png"), qRgb(255, 255, 255));
+    EXPECT_FALSE(w.pictureDialog.underlayOffered);
+
+    QImage red(8, 8, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    ASSERT_TRUE(red.save(dir.filePath("red.png")));
+    ASSERT_TRUE(loadUnderlay(w.editor, dir.filePath("red.png")));
+    EXPECT_EQ(exportTo("traced.png"), qRgb(255, 0, 0));
+    EXPECT_TRUE(w.pictureDialog.underlayOffered);
 }
 
 } // namespace

@@ -115,9 +115,11 @@ class ScriptedPictureDialog : public PictureDialog {
 public:
     bool accept = true;
     int shown = 0;
-    bool show(QSize, bool) override
+    bool underlayOffered = false;
+    bool show(QSize, bool underlayShown) override
     {
         ++shown;
+        underlayOffered = underlayShown;
         return accept;
     }
 };
