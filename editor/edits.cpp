@@ -40,16 +40,22 @@ void letEventsRun(Editor& editor)
     editor.services.events.processEvents();
 }
 
+void releaseHeldFrame(Editor& editor)
+{
+    editor.holdDrawing = false;
+    editor.frameDirty = true;
+}
+
 void undoEdit(Editor& editor)
 {
     editor.history.undo(editor);
-    editor.holdDrawing = false;
+    releaseHeldFrame(editor);
 }
 
 void redoEdit(Editor& editor)
 {
     editor.history.redo(editor);
-    editor.holdDrawing = false;
+    releaseHeldFrame(editor);
 }
 
 LayerStep::LayerStep(Editor& editor) : m_editor(editor), m_mark(appendMark(editor.doc))

@@ -40,8 +40,14 @@ void recolorSelection(Editor& editor, ColorRGB colour, EditHistory::Gesture gest
 // with it, not as a step of its own.
 void letEventsRun(Editor& editor);
 
+// Something other than the map's own events (a menu command, the game's log)
+// changed what the map shows: a frame held by a tool (the Line tool's band,
+// the crosshair's mark) is let go, so that the next frame shows the change
+// rather than wait for the pointer to move over the map.
+void releaseHeldFrame(Editor& editor);
+
 // Edit > Undo and Edit > Redo: the newest step undone, or the step undone
-// last redone. A frame held by a tool is let go, so that the map shows it.
+// last redone; the map shows the change.
 void undoEdit(Editor& editor);
 void redoEdit(Editor& editor);
 

@@ -58,8 +58,9 @@ void moveTo(Editor& editor, const MapPoint& loc)
     // A location at the same place on the map, whatever its height, draws
     // nothing: a line needs two places.
     const bool moved = marker.at.x != loc.x || marker.at.y != loc.y;
-    if (editor.follower.recordPath && marker.shown && moved)
+    if (editor.follower.recordPath && marker.shown && moved && !editor.follower.pathBroken)
         appendPathLine(editor, marker.at, loc);
+    editor.follower.pathBroken = false;
     marker.shown = true;
     marker.at = loc;
     editor.view.currentZ = loc.z;
@@ -89,6 +90,7 @@ void followGameLog(Editor& editor, const QString& path)
     stopFollowing(editor);
     GameLogFollower& follower = editor.follower;
     follower.tail = std::make_unique<FileTail>(path);
+    follower.pathBroken = true;
     follower.watch = std::make_unique<FileWatch>(
         path, [&editor] { editor.runEventHandler([&editor] { return pollGameLog(editor); }); }, follower.useSystemWatch);
 }
@@ -101,7 +103,7 @@ void stopFollowing(Editor& editor)
     follower.lines.reset();
     if (follower.marker.shown) {
         follower.marker.shown = false;
-        editor.frameDirty = true;
+        releaseHeldFrame(editor);
     }
 }
 
@@ -115,12 +117,16 @@ bool pollGameLog(Editor& editor)
     bool moved = false;
     for (int i = 0; i < kReadsPerPoll; ++i) {
         const FileTail::Bytes got = follower.tail->read();
-        if (got.restarted)
+        if (got.restarted) {
             follower.lines.reset();
+            follower.pathBroken = true;
+        }
         follower.lines.feed(got.bytes, [&](std::string_view line) {
             if (const auto loc = parseLocLine(line)) {
                 moveTo(editor, *loc);
                 moved = true;
+            } else if (isZoneEntryLine(line)) {
+                follower.pathBroken = true;
             }
         });
         if (!got.more)
@@ -129,7 +135,7 @@ bool pollGameLog(Editor& editor)
     if (!moved)
         return false;
     // The marker is shown at once, over whatever a tool held on the map.
-    editor.holdDrawing = false;
+    releaseHeldFrame(editor);
     drawLines(editor);
     return true;
 }

@@ -30,6 +30,9 @@ struct GameLogFollower {
     // Where the player stood at the last location read; shown while following.
     PlayerMarker marker;
     bool recordPath = false;
+    // The next location starts a new path: the player may be anywhere after
+    // the log was emptied or made anew, or after entering another zone.
+    bool pathBroken = true;
     // Whether the system's change reports are heard besides the timer.
     bool useSystemWatch = true;
 

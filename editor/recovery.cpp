@@ -177,6 +177,7 @@ void RecoveryKeeper::recover(Editor& editor)
         editor.layerStamps[copy.layer] = copy.stamp;
     }
     step.push(QStringLiteral("Recover Unsaved Layers"));
+    releaseHeldFrame(editor);
     for (const RecoveryCopy& copy : m_left)
         setLayerChecked(editor, copy.layer, true);
     m_left.clear();

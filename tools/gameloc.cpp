@@ -6,9 +6,13 @@
 
 namespace plotwell {
 
-std::optional<MapPoint> parseLocLine(std::string_view line)
+namespace {
+
+// The game's message in a log line, after its time stamp when there is one;
+// none when a stamp is begun and not ended.
+std::optional<std::string_view> messageOf(std::string_view line)
 {
-    // The time stamp, when there is one, ends at the first "]".
+    // The time stamp ends at the first "]".
     if (!line.empty() && line.front() == '[') {
         const auto close = line.find(']');
         if (close == std::string_view::npos)
@@ -18,8 +22,29 @@ std::optional<MapPoint> parseLocLine(std::string_view line)
             return std::nullopt;
         line.remove_prefix(1);
     }
+    return line;
+}
+
+bool startsWith(std::string_view text, std::string_view start) { return text.substr(0, start.size()) == start; }
+
+} // namespace
+
+bool isZoneEntryLine(std::string_view line)
+{
+    const auto message = messageOf(line);
+    constexpr std::string_view kEntered = "You have entered ";
+    return message && startsWith(*message, kEntered) && message->size() > kEntered.size()
+        && !startsWith(message->substr(kEntered.size()), "an area ");
+}
+
+std::optional<MapPoint> parseLocLine(std::string_view line)
+{
+    const auto message = messageOf(line);
+    if (!message)
+        return std::nullopt;
+    line = *message;
     constexpr std::string_view kMessage = "Your Location is ";
-    if (line.substr(0, kMessage.size()) != kMessage)
+    if (!startsWith(line, kMessage))
         return std::nullopt;
     line.remove_prefix(kMessage.size());
 

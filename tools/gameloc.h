@@ -20,4 +20,10 @@ namespace plotwell {
 // message is ASCII, so the line is matched as bytes.
 std::optional<MapPoint> parseLocLine(std::string_view line);
 
+// Whether the line is the game's word that the player entered a zone:
+//     [Mon Nov 23 18:00:00 2026] You have entered The Plane of Knowledge.
+// The same words about an area inside a zone ("You have entered an area
+// where levitation effects do not function.") are no zone entry.
+bool isZoneEntryLine(std::string_view line);
+
 } // namespace plotwell

@@ -56,7 +56,14 @@ TEST(FollowGameLog, LocationsAppendedToTheLogMoveTheMarkerSetZAndDrawThePath)
     markerAt(-40.25f, 30, -7);
     append(kTime + "Your Location is -30, 40.25, -7\r\n");
     EXPECT_EQ(e.doc.lineCount(), 1u) << "a location equal to the one before adds nothing";
+    // Within a zone the walk goes on; into another zone it starts anew.
+    append(kTime + "You have entered an area where levitation effects do not function.\n" + kTime
+           + "Your Location is 50, 60, 0\n" + kTime + "You have entered Qeynos Hills.\n" + kTime
+           + "Your Location is 70, 80, 1\n");
+    markerAt(-80, -70, 1);
+    EXPECT_EQ(e.doc.lineCount(), 2u);
 
+    // A log emptied or made anew starts a new walk too.
     writeBytes(log, kTime + "Your Location is 0, 0, 0\n" + kTime + "Your Location is 1"); // cut short
     pollGameLog(e);
     markerAt(0, 0, 0);
@@ -88,9 +95,8 @@ TEST(FollowGameLog, LocationsAppendedToTheLogMoveTheMarkerSetZAndDrawThePath)
     e.doc.layerFile[2] = dir.filePath(QStringLiteral("walk.txt"));
     saveAllLayers(e);
     EXPECT_EQ(fileBytes(e.doc.layerFile[2]).toStdString(), "L 200,-100.5,5.25,-40.25,30,-7,10,20,30\r\n"
-                                             "L -40.25,30,-7,0,0,0,10,20,30\r\n"
-                                             "L 0,0,0,5,-5,1,10,20,30\r\n"
-                                             "L 5,-5,1,-1000,-12345.67,10,10,20,30\r\n");
+                                                           "L -40.25,30,-7,-60,-50,0,10,20,30\r\n"
+                                                           "L 5,-5,1,-1000,-12345.67,10,10,20,30\r\n");
     stopFollowing(e);
     EXPECT_FALSE(e.follower.marker.shown);
     EXPECT_FALSE(e.follower.following());

@@ -279,6 +279,47 @@ TEST(MainWindow, EditsNotSavedWhenTheProgramEndsAreRecoveredInTheNextRun)
     EXPECT_EQ(next.editor().doc.lineCount(), 0u) << "recovering is a step";
 }
 
+// A command from the menu that changes the map shows it in the next frame,
+// even while a tool holds the frame it drew on (the Line tool's band).
+TEST(MainWindow, TheFrameAfterRecoveringShowsTheRecoveredLayer)
+{
+    QTemporaryDir dir;
+    const QString path = writeBytes(dir.filePath(QStringLiteral("zone.txt")), "L -300,-200,0,300,200,0,255,0,0\r\n");
+    {
+        MainWindow window;
+        window.ended = [] {};
+        window.openFiles({path});
+        Editor& e = window.editor();
+        e.palette.activeColor = {0, 0, 255};
+        e.tools.choose(e, ToolId::Line);
+        e.tools.press(e, kLeftButton, {300, 300});
+        e.tools.press(e, kLeftButton, {3000, 3000});
+        window.close();
+        window.endTimerTick();
+        window.endTimerTick();
+    }
+    MainWindow next;
+    next.show();
+    next.openFiles({path});
+    const Controls& c = next.controls();
+    QTest::mouseClick(c.imgTool[3], Qt::LeftButton, {}, {3, 3});
+    QTest::mousePress(c.map, Qt::LeftButton, {}, {100, 10});
+    QMouseEvent move(QEvent::MouseMove, QPointF(120, 30), QPointF(120, 30), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(c.map, &move);
+    next.frameTick();
+    ASSERT_TRUE(next.editor().holdDrawing) << "the band is held";
+    fileMenuEntry(next, QStringLiteral("Recover Unsaved Layers"))->trigger();
+    next.frameTick();
+    const QImage shown = next.mapImage().copy();
+    EXPECT_TRUE(shown.pixelColor(25, 25) == QColor(0, 0, 255) || shown.pixelColor(25, 26) == QColor(0, 0, 255))
+        << "the recovered line is drawn";
+    // What a frame drawn afresh shows.
+    next.editor().holdDrawing = false;
+    next.editor().frameDirty = true;
+    next.frameTick();
+    EXPECT_EQ(shown, next.mapImage());
+}
+
 TEST(MainWindow, TheProgramEndsOnceTheHandlerThatLetsEventsRunHasReturned)
 {
     QTemporaryDir dir;

@@ -34,3 +34,21 @@ TEST(GameLoc, OnlyTheGamesOwnAnswerToLocIsALocation)
         }
     }
 }
+
+TEST(GameLoc, EnteringAZoneIsToldApartFromEnteringAnAreaInsideOne)
+{
+    const struct {
+        const char* line;
+        bool entered;
+    } cases[] = {
+        {"[Mon Nov 23 18:00:00 2026] You have entered The Plane of Knowledge.", true},
+        {"You have entered Qeynos Hills.", true},
+        {"[Mon Nov 23 18:00:00 2026] You have entered an area where levitation effects do not function.", false},
+        {"[Mon Nov 23 18:00:00 2026] Torvane says, 'You have entered Qeynos Hills.'", false},
+        {"[Mon Nov 23 18:00:00 2026] You have entered ", false},
+        {"[Mon Nov 23 18:00:00 2026 You have entered Qeynos Hills.", false},
+        {"[Mon Nov 23 18:00:00 2026] Your Location is 1, 2, 3", false},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(isZoneEntryLine(c.line), c.entered) << c.line;
+}
