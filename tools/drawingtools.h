@@ -16,7 +16,6 @@ public:
     void key(Editor& editor, int keyCode, int shift) override;
 
     bool lineInProgress() const { return m_inProgress; }
-    SurfacePoint lineStart() const { return m_start; }
 
 private:
     bool m_inProgress = false;

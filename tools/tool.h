@@ -24,8 +24,7 @@ class Tool {
 public:
     virtual ~Tool() = default;
 
-    // The tool was chosen from the palette, or another tool was.
-    virtual void activate(Editor&) {}
+    // Another tool was chosen from the palette.
     virtual void deactivate(Editor&) {}
     // A left press at p, or a right press that pans.
     virtual void press(Editor&, SurfacePoint) {}

@@ -34,7 +34,6 @@ void ToolDispatcher::choose(Editor& editor, ToolId id)
     // selection alone.
     tool(m_current).deactivate(editor);
     m_current = id;
-    tool(id).activate(editor);
     editor.mapCursor = tool(id).cursor();
     editor.holdDrawing = false;
     drawLines(editor);
