@@ -1,7 +1,7 @@
 #include "editor/drawlines.h"
 
 #include "editor/editor.h"
-#include "platform/qimagesurface.h"
+#include "platform/imagesurface.h"
 #include "render/maprenderer.h"
 
 namespace plotwell {
@@ -16,7 +16,7 @@ void drawLines(Editor& editor, bool noSelected)
                              &editor.follower.marker};
     // A picture is kept only of an image, and only of frames that show
     // every record; other frames are drawn whole.
-    auto* image = dynamic_cast<QImageSurface*>(&surface);
+    auto* image = dynamic_cast<ImageSurface*>(&surface);
     if (image && !noSelected)
         editor.picture.compose(*image, source);
     else

@@ -376,4 +376,9 @@ void QImageSurface::refresh()
     m_shown.clear();
 }
 
+std::unique_ptr<ImageSurface> makeImageSurface(float widthTwips, float heightTwips)
+{
+    return std::make_unique<QImageSurface>(widthTwips, heightTwips);
+}
+
 } // namespace plotwell

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/circlefootprints.h"
-#include "platform/drawingsurface.h"
+#include "platform/imagesurface.h"
 #include "platform/drawnarea.h"
 #include "platform/textcache.h"
 
@@ -28,48 +28,23 @@ namespace plotwell {
 // Frames can be composed on it from a picture kept elsewhere: the surface
 // knows where it was drawn on since that picture was last put back, so that
 // putting it back, and showing the result, touches only those parts.
-class QImageSurface : public DrawingSurface {
+class QImageSurface : public ImageSurface {
 public:
-    // Everything the drawing operations leave for the ones that follow.
-    struct State {
-        ColorRGB pen;
-        ColorRGB fill;
-        int penWidth = 1;
-        float textX = 0;
-        float textY = 0;
-        float fontPoints = 8.25f;
-        bool bold = false;
-    };
-
     QImageSurface(float widthTwips = 6795, float heightTwips = 7155);
     ~QImageSurface() override;
 
-    // The persistent image, with everything drawn so far.
-    const QImage& image() const;
+    const QImage& image() const override;
     // Called when a finished frame is presented, with the part of the image
     // that changed since the last time, to show it on screen.
     std::function<void(const QRegion& changed)> onRefresh;
 
-    // Works on one band of the image, a box of pixels: clear fills only the
-    // band, and drawing that cannot reach into it is left out. What is drawn
-    // is drawn whole, as on the whole image, so that inside the band the
-    // pixels are exactly those that drawing everything gives (a clip
-    // rectangle would cut lines at its edges and round them otherwise);
-    // outside it they are of no use. The whole image at first and after a resize.
-    void setBand(const QRect& pixels);
-    QRect band() const { return m_band; }
-
-    // Puts picture, of the image's size, back wherever the image was drawn
-    // on since it was last put back (everywhere with whole).
-    void restoreFrom(const QImage& picture, bool whole = false);
-    // Moves the whole image by whole pixels; the uncovered strips keep what
-    // was there, to be drawn again.
-    void scroll(int dx, int dy);
-    // A box of pixels of picture, of the image's size, replaces that of the image.
-    void copyPart(const QImage& picture, const QRect& part);
-
-    State state() const;
-    void setState(const State& state);
+    void setBand(const QRect& pixels) override;
+    QRect band() const override { return m_band; }
+    void restoreFrom(const QImage& picture, bool whole = false) override;
+    void scroll(int dx, int dy) override;
+    void copyPart(const QImage& picture, const QRect& part) override;
+    State state() const override;
+    void setState(const State& state) override;
 
     float width() const override { return m_widthTwips; }
     float height() const override { return m_heightTwips; }

@@ -69,7 +69,7 @@ std::vector<int> bandCuts(const FrameSource& source, QSize size, int bands)
 
 // One box of a surface cleared to the background, and the records that can
 // reach into it drawn.
-void paintPart(QImageSurface& surface, const FrameSource& source, const BandPainter::Start& start, const QRect& part)
+void paintPart(ImageSurface& surface, const FrameSource& source, const BandPainter::Start& start, const QRect& part)
 {
     surface.setBackColor(start.background);
     surface.setPenWidth(start.penWidth);
@@ -88,10 +88,10 @@ BandPainter::BandPainter(int bands)
 {
 }
 
-QImageSurface& BandPainter::picture()
+ImageSurface& BandPainter::picture()
 {
     if (!m_picture)
-        m_picture = std::make_unique<QImageSurface>();
+        m_picture = makeImageSurface(6795, 7155);
     return *m_picture;
 }
 
@@ -103,7 +103,7 @@ void BandPainter::addWorkers(std::size_t count)
 
 void BandPainter::paintWhole(const FrameSource& source, const Start& start)
 {
-    QImageSurface& first = picture();
+    ImageSurface& first = picture();
     if (first.width() != start.widthTwips || first.height() != start.heightTwips)
         first.resize(start.widthTwips, start.heightTwips);
     const int height = first.image().height();
@@ -117,7 +117,7 @@ void BandPainter::paintWhole(const FrameSource& source, const Start& start)
     for (int i = 1; i < bands; ++i) {
         const QRect rows = band(i);
         m_workers[std::size_t(i - 1)]->start(start.widthTwips, start.heightTwips,
-                                             [&source, start, rows](QImageSurface& s) { paintPart(s, source, start, rows); });
+                                             [&source, start, rows](ImageSurface& s) { paintPart(s, source, start, rows); });
     }
     paintPart(first, source, start, band(0));
     first.setBand(first.image().rect());
@@ -134,7 +134,7 @@ void BandPainter::paintParts(const FrameSource& source, const Start& start, cons
     BandWorker& worker = *m_workers.front();
     for (const QRect& part : parts) {
         worker.start(start.widthTwips, start.heightTwips,
-                     [&source, start, part](QImageSurface& s) { paintPart(s, source, start, part); });
+                     [&source, start, part](ImageSurface& s) { paintPart(s, source, start, part); });
         picture().copyPart(worker.finish(), part);
     }
     picture().refresh();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/qimagesurface.h"
+#include "platform/imagesurface.h"
 #include "render/bandworker.h"
 #include "render/maprenderer.h"
 
@@ -36,13 +36,13 @@ public:
     void paintParts(const FrameSource& source, const Start& start, const std::vector<QRect>& parts);
 
     // The picture, on a surface of its own, drawn on in the caller's thread.
-    QImageSurface& picture();
+    ImageSurface& picture();
 
 private:
     void addWorkers(std::size_t count);
 
     int m_bands;
-    std::unique_ptr<QImageSurface> m_picture;
+    std::unique_ptr<ImageSurface> m_picture;
     // The bands after the first, and the parts of paintParts, made when first needed.
     std::vector<std::unique_ptr<BandWorker>> m_workers;
 };

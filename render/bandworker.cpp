@@ -14,7 +14,7 @@ BandWorker::~BandWorker()
     m_thread.join();
 }
 
-void BandWorker::start(float widthTwips, float heightTwips, std::function<void(QImageSurface&)> job)
+void BandWorker::start(float widthTwips, float heightTwips, std::function<void(ImageSurface&)> job)
 {
     {
         std::lock_guard<std::mutex> lock(m_mutex);
@@ -43,7 +43,7 @@ void BandWorker::run()
         const float width = m_width, height = m_height;
         lock.unlock();
         if (!m_surface)
-            m_surface = std::make_unique<QImageSurface>(width, height);
+            m_surface = makeImageSurface(width, height);
         else if (m_surface->width() != width || m_surface->height() != height)
             m_surface->resize(width, height);
         m_job(*m_surface);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/qimagesurface.h"
+#include "platform/imagesurface.h"
 
 #include <condition_variable>
 #include <functional>
@@ -22,7 +22,7 @@ public:
     BandWorker& operator=(const BandWorker&) = delete;
 
     // Runs job on the worker's surface, made at this size when there is none.
-    void start(float widthTwips, float heightTwips, std::function<void(QImageSurface&)> job);
+    void start(float widthTwips, float heightTwips, std::function<void(ImageSurface&)> job);
     // Waits for the job; then the surface's image may be read until the next start.
     const QImage& finish();
 
@@ -31,12 +31,12 @@ private:
 
     std::mutex m_mutex;
     std::condition_variable m_wake;
-    std::function<void(QImageSurface&)> m_job;
+    std::function<void(ImageSurface&)> m_job;
     float m_width = 0;
     float m_height = 0;
     bool m_busy = false;
     bool m_stop = false;
-    std::unique_ptr<QImageSurface> m_surface; // touched by the worker's thread only while busy
+    std::unique_ptr<ImageSurface> m_surface; // touched by the worker's thread only while busy
     std::thread m_thread;
 };
 

@@ -37,7 +37,7 @@ bool MapPicture::update(const FrameSource& source, const PictureKey& key, const 
     }
     const auto move = m_valid ? scrollBetween(m_key, key) : std::nullopt;
     if (move && std::abs(move->x()) < key.pixels.width() && std::abs(move->y()) < key.pixels.height()) {
-        QImageSurface& picture = m_painter.picture();
+        ImageSurface& picture = m_painter.picture();
         picture.scroll(move->x(), move->y());
         m_painter.paintParts(source, start, uncovered(key.pixels, *move));
         m_scrolled = true;
@@ -52,7 +52,7 @@ bool MapPicture::update(const FrameSource& source, const PictureKey& key, const 
     return true;
 }
 
-void MapPicture::compose(QImageSurface& screen, const FrameSource& source)
+void MapPicture::compose(ImageSurface& screen, const FrameSource& source)
 {
     const QSize pixels = screen.image().size();
     const BandPainter::Start start{screen.width(), screen.height(), screen.backColor(), screen.state().penWidth};
@@ -62,7 +62,7 @@ void MapPicture::compose(QImageSurface& screen, const FrameSource& source)
     screen.restoreFrom(m_painter.picture().image(), whole);
     // The overlays start from the state the whole frame would leave, and leave it so.
     leaveFrameState(screen, source, m_last);
-    const QImageSurface::State frameEnd = screen.state();
+    const ImageSurface::State frameEnd = screen.state();
     drawOverlays(screen, source);
     screen.setState(frameEnd);
     screen.refresh();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/qimagesurface.h"
+#include "platform/imagesurface.h"
 #include "render/bandpainter.h"
 #include "render/maprenderer.h"
 #include "render/picturekey.h"
@@ -29,7 +29,7 @@ public:
 
     // Draws one frame on screen and presents it; screen is left with the
     // pen, fill and font that drawFrame leaves.
-    void compose(QImageSurface& screen, const FrameSource& source);
+    void compose(ImageSurface& screen, const FrameSource& source);
 
     // True while a scrolled picture waits to be painted whole again.
     bool settling() const { return m_scrolled; }

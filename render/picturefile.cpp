@@ -1,6 +1,6 @@
 #include "render/picturefile.h"
 
-#include "platform/qimagesurface.h"
+#include "platform/imagesurface.h"
 #include "platform/svgsurface.h"
 #include "platform/twips.h"
 
@@ -73,10 +73,10 @@ QString writePng(QSaveFile& file, QSize pixels, const FrameSource& source, Color
         return QStringLiteral("there is not enough memory for a picture of %1 x %2 pixels")
             .arg(pixels.width())
             .arg(pixels.height());
-    QImageSurface surface(twips(pixels.width()), twips(pixels.height()));
-    drawPicture(surface, source, background);
+    const std::unique_ptr<ImageSurface> surface = makeImageSurface(twips(pixels.width()), twips(pixels.height()));
+    drawPicture(*surface, source, background);
     QImageWriter writer(&file, "png");
-    if (!writer.write(withFewColours(surface.image())))
+    if (!writer.write(withFewColours(surface->image())))
         return writer.errorString();
     return {};
 }

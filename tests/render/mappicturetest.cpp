@@ -1,4 +1,5 @@
 #include "render/mappicture.h"
+#include "platform/qimagesurface.h"
 
 #include "render/overlays.h"
 #include "tests/support/busymap.h"
