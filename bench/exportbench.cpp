@@ -53,10 +53,10 @@ int runExportBench(const QStringList& args)
 
     // The whole map fitted into a square picture, as the editor's default.
     const View view;
-    const DisplayOptions display;
-    const std::array<bool, kLayerCount> shown{true, true, true, true};
+    DisplayOptions display;
+    display.layerChecked = {true, true, true, true};
     const UnderlayState underlay;
-    const FrameSource map{doc, view, display, shown, underlay};
+    const FrameSource map{doc, view, display, underlay};
     PictureOptions options;
     options.size = QSize(side, side);
     QElapsedTimer timer;

@@ -3,7 +3,7 @@
 #include "document/ansitext.h"
 #include "editor/drawlines.h"
 #include "editor/viewcommands.h"
-#include "render/displayoptions.h"
+#include "render/colorrules.h"
 #include "render/labelfont.h"
 #include "render/maprenderer.h"
 #include "view/viewcontrol.h"
@@ -197,7 +197,7 @@ int runFrameBench(const QStringList& args)
         zoomToCentre(editor);
 
     FloorFrame floor(editor, surface.image().size());
-    const FrameSource source{editor.doc, editor.view, editor.display, editor.layers.checked, editor.underlay};
+    const FrameSource source{editor.doc, editor.view, editor.display, editor.underlay};
     // Every hundredth line selected while the flash frames are timed.
     const auto selectEveryHundredth = [&](bool selected) {
         for (std::size_t i = 0; i < editor.doc.lineCount(); i += 100)

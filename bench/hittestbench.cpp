@@ -2,7 +2,7 @@
 #include "bench/mapgen.h"
 
 #include "document/mapreader.h"
-#include "render/displayoptions.h"
+#include "view/displayoptions.h"
 #include "tools/selection.h"
 #include "view/view.h"
 

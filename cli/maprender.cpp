@@ -67,10 +67,10 @@ int renderFiles(const QStringList& files, const QString& out, QSize size, bool l
 
     DisplayOptions display;
     display.showLabels = display.labelsChecked = labels;
+    display.layerChecked = {true, true, true, true};
     const View view;
-    const std::array<bool, kLayerCount> shown{true, true, true, true};
     const UnderlayState noUnderlay;
-    const FrameSource map{doc, view, display, shown, noUnderlay};
+    const FrameSource map{doc, view, display, noUnderlay};
     PictureOptions options;
     options.size = size;
     const PictureFrame frame = pictureFrame(options, map);

@@ -12,7 +12,7 @@ void drawLines(Editor& editor, bool noSelected)
         return;
     DrawingSurface& surface = editor.services.surface;
     editor.selection.box.border = selectBoxColor(surface.backColor());
-    const FrameSource source{editor.doc, editor.view, editor.display, editor.layers.checked, editor.underlay,
+    const FrameSource source{editor.doc, editor.view, editor.display, editor.underlay,
                              &editor.follower.marker};
     // A picture is kept only of an image, and only of frames that show
     // every record; other frames are drawn whole.

@@ -7,7 +7,7 @@
 #include "document/mapdocument.h"
 #include "palette/palette.h"
 #include "platform/services.h"
-#include "render/displayoptions.h"
+#include "view/displayoptions.h"
 #include "render/mappicture.h"
 #include "render/underlaystate.h"
 #include "tools/selection.h"

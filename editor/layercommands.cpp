@@ -28,9 +28,9 @@ void layerCheckClicked(Editor& editor, int /*layer*/)
 
 void setLayerChecked(Editor& editor, int layer, bool checked)
 {
-    if (editor.layers.checked[layer] == checked)
+    if (editor.display.layerChecked[layer] == checked)
         return;
-    editor.layers.checked[layer] = checked;
+    editor.display.layerChecked[layer] = checked;
     layerCheckClicked(editor, layer);
 }
 

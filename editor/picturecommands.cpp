@@ -76,7 +76,7 @@ void exportPictureFromMenu(Editor& editor)
 
     UnderlayState underlay = editor.underlay;
     underlay.underlayOn = underlayShown && options.underlay;
-    const FrameSource map{editor.doc, editor.view, editor.display, editor.layers.checked, underlay};
+    const FrameSource map{editor.doc, editor.view, editor.display, underlay};
     // Told before a file is chosen, so that nobody picks a file for nothing.
     const PictureFrame frame = pictureFrame(options, map);
     if (!frame.error.isEmpty()) {

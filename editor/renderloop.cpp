@@ -2,7 +2,7 @@
 
 #include "editor/drawlines.h"
 #include "editor/editor.h"
-#include "render/displayoptions.h"
+#include "render/colorrules.h"
 
 namespace plotwell {
 

@@ -1,6 +1,6 @@
 #include "render/maprenderer.h"
 
-#include "render/displayoptions.h"
+#include "render/colorrules.h"
 #include "render/labelfont.h"
 #include "render/stereo.h"
 #include "render/underlay.h"
@@ -14,7 +14,7 @@ namespace {
 // a record is not drawn rather than read past the boxes.
 bool layerVisible(const FrameSource& source, std::int16_t layer)
 {
-    return layer >= 0 && layer < kLayerCount && source.layerShown[std::size_t(layer)];
+    return layer >= 0 && layer < kLayerCount && source.display.layerChecked[std::size_t(layer)];
 }
 
 // Takes the drawing state a record sets and draws nothing.

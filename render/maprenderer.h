@@ -3,7 +3,7 @@
 #include "document/colorrgb.h"
 #include "document/mapdocument.h"
 #include "platform/drawingsurface.h"
-#include "render/displayoptions.h"
+#include "view/displayoptions.h"
 #include "render/playermarker.h"
 #include "render/underlaystate.h"
 #include "view/view.h"
@@ -21,7 +21,6 @@ struct FrameSource {
     const MapDocument& doc;
     const View& view;
     const DisplayOptions& display;
-    const std::array<bool, kLayerCount>& layerShown; // the layers' check boxes
     const UnderlayState& underlay;
     // Drawn over the map while the game's log is followed.
     const PlayerMarker* player = nullptr;

@@ -91,7 +91,7 @@ QString writePicture(const QString& path, PictureFormat format, const PictureFra
     doc.clearSelection();
     if (frame.view.currentScale != map.view.currentScale)
         doc.rescale(frame.view.currentScale);
-    const FrameSource source{doc, frame.view, map.display, map.layerShown, map.underlay};
+    const FrameSource source{doc, frame.view, map.display, map.underlay};
 
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))

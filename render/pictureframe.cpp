@@ -3,7 +3,7 @@
 #include "document/ansitext.h"
 #include "platform/textcache.h"
 #include "platform/twips.h"
-#include "render/displayoptions.h"
+#include "view/displayoptions.h"
 #include "render/labelfont.h"
 
 #include <QFileInfo>
@@ -38,7 +38,7 @@ struct WorldBox {
 
 bool shown(const FrameSource& map, std::int16_t layer, float z)
 {
-    return layer >= 0 && layer < kLayerCount && map.layerShown[std::size_t(layer)]
+    return layer >= 0 && layer < kLayerCount && map.display.layerChecked[std::size_t(layer)]
         && !outsideHeightRange(map.display, z, map.view.currentZ);
 }
 

@@ -54,7 +54,7 @@ PictureKey pictureKey(const FrameSource& source, QSize pixels, float widthTwips,
         k.stereoZ = d.stereoZ;
         k.brightness = d.brightness;
     }
-    k.layers = source.layerShown;
+    k.layers = source.display.layerChecked;
     const UnderlayState& u = source.underlay;
     k.underlayOn = u.underlayOn;
     if (u.underlayOn) {

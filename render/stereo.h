@@ -3,7 +3,7 @@
 #include "document/colorrgb.h"
 #include "document/maprecords.h"
 #include "platform/drawingsurface.h"
-#include "render/displayoptions.h"
+#include "render/colorrules.h"
 
 #include <cstdint>
 

@@ -253,13 +253,13 @@ void runFlash(World& w, const Step& s)
 Step makeLayerCheck(Generator& g)
 {
     const int n = g.rng.below(kLayerCount);
-    const bool shown = g.world().editor.layers.checked[std::size_t(n)];
+    const bool shown = g.world().editor.display.layerChecked[std::size_t(n)];
     return makeToggle("layer_check", g, shown, !shown, n);
 }
 void runLayerCheck(World& w, const Step& s)
 {
     const int n = layerOf(s, 0);
-    w.editor.layers.checked[std::size_t(n)] = s.whole(1) != 0;
+    w.editor.display.layerChecked[std::size_t(n)] = s.whole(1) != 0;
     layerCheckClicked(w.editor, n);
 }
 

@@ -2,7 +2,7 @@
 
 #include "document/colorrgb.h"
 #include "document/mapdocument.h"
-#include "render/displayoptions.h"
+#include "view/displayoptions.h"
 #include "tools/lineindex.h"
 #include "view/view.h"
 

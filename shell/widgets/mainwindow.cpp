@@ -298,7 +298,7 @@ void MainWindow::syncControls()
     c.lnScale->move(px(m_editor.view.zoom.markerX1) - c.lnScale->width() / 2, c.lnScale->y());
 
     for (int n = 0; n < kLayerCount; ++n) {
-        setCheckedQuietly(c.chkLayer[n], m_editor.layers.checked[n]);
+        setCheckedQuietly(c.chkLayer[n], m_editor.display.layerChecked[n]);
         if (c.chkLayer[n]->text() != m_editor.layers.captions[n])
             c.chkLayer[n]->setText(m_editor.layers.captions[n]);
         setBackground(c.lbActiveLayer[n], markerColor(m_editor, n));

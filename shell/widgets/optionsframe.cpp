@@ -184,7 +184,7 @@ void MainWindow::buildShowBox(QWidget* frame)
         box->setToolTip(QStringLiteral("Layer Visibility"));
         connect(box, &QCheckBox::clicked, this, [this, n](bool on) {
             handle([&] {
-                m_editor.layers.checked[n] = on;
+                m_editor.display.layerChecked[n] = on;
                 layerCheckClicked(m_editor, n);
             });
         });

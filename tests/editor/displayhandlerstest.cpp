@@ -1,5 +1,5 @@
 #include "editor/displayhandlers.h"
-#include "render/displayoptions.h"
+#include "view/displayoptions.h"
 
 #include "tests/support/fakes.h"
 #include "tests/support/records.h"

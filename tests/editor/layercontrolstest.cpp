@@ -32,7 +32,7 @@ TEST_F(LayerControlsTest, ClickingTheMarkerOfAHiddenLayerShowsAndActivatesIt)
 {
     activeMarkerClicked(editor, 2);
     EXPECT_EQ(editor.doc.activeLayer, 2);
-    EXPECT_TRUE(editor.layers.checked[2]);
+    EXPECT_TRUE(editor.display.layerChecked[2]);
     EXPECT_EQ(markers(), (Markers{kWhite, kWhite, kRed, kWhite}));
     EXPECT_EQ(world.surface.frames(), 2); // once for the box, once for the layer
     EXPECT_EQ(focusCalls, 1);
@@ -50,7 +50,7 @@ TEST_F(LayerControlsTest, UncheckingTheActiveLayerHidesItButKeepsItActive)
     const int frames = world.surface.frames();
     focusCalls = 0;
 
-    editor.layers.checked[1] = false; // the user's click has changed the box
+    editor.display.layerChecked[1] = false; // the user's click has changed the box
     layerCheckClicked(editor, 1);
     EXPECT_EQ(world.surface.frames(), frames + 1);
     EXPECT_EQ(focusCalls, 1);
@@ -59,7 +59,7 @@ TEST_F(LayerControlsTest, UncheckingTheActiveLayerHidesItButKeepsItActive)
     std::int16_t layer = 0; // a drawn record goes to the active layer
     ASSERT_FALSE(editor.doc.addLine("0,0,0,1,1,0,0,0,0", layer, 1));
     EXPECT_EQ(editor.doc.lines().back().layer, 1);
-    EXPECT_FALSE(editor.layers.checked[1]);
+    EXPECT_FALSE(editor.display.layerChecked[1]);
 }
 
 TEST_F(LayerControlsTest, CloseAllLayersStartsAfreshAndLeavesNothingToSave)
@@ -71,7 +71,7 @@ TEST_F(LayerControlsTest, CloseAllLayersStartsAfreshAndLeavesNothingToSave)
         ASSERT_FALSE(editor.doc.addLine("1,2,3,4,5,6,7,8,9", layer, 1));
         ASSERT_FALSE(editor.doc.addLabel("1,2,3,4,5,6,7,x", layer, 1));
     }
-    editor.layers.checked = {false, true, false, true};
+    editor.display.layerChecked = {false, true, false, true};
     setActiveLayer(editor, 3);
     setCurrentScale(editor.view, editor.doc, 4);
     adjustOffset(editor.view, 150, -300);
@@ -85,7 +85,7 @@ TEST_F(LayerControlsTest, CloseAllLayersStartsAfreshAndLeavesNothingToSave)
     EXPECT_EQ(editor.doc.activeLayer, 0);
     EXPECT_EQ(markers(), (Markers{kRed, kWhite, kWhite, kWhite}));
     // The base layer is shown again; the others keep their visibility.
-    EXPECT_EQ(editor.layers.checked, (std::array<bool, kLayerCount>{true, true, false, true}));
+    EXPECT_EQ(editor.display.layerChecked, (std::array<bool, kLayerCount>{true, true, false, true}));
     EXPECT_EQ(editor.view.zoom.caption, QStringLiteral("Scale: 1"));
     EXPECT_EQ(editor.view.zoom.markerX1, marker) << "the zoom marker stays where it was";
     EXPECT_TRUE(editor.view.currentScale == 1 && editor.view.offsetX == 0 && editor.view.offsetY == 0);

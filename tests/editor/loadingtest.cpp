@@ -66,7 +66,7 @@ TEST_F(Loading, CancellingEmptiesTheLayerButKeepsItsFile)
 {
     loadLayerFromMenu(editor, 1); // no answer: cancelled
     EXPECT_EQ(world.fileDialog.opens, 1);
-    EXPECT_FALSE(editor.layers.checked[1]);
+    EXPECT_FALSE(editor.display.layerChecked[1]);
     EXPECT_EQ(folderSetting(), QStringLiteral("unset"));
 
     const QString path = lineFile("two.txt", 7);
@@ -83,7 +83,7 @@ TEST_F(Loading, CancellingEmptiesTheLayerButKeepsItsFile)
     EXPECT_EQ(editor.doc.layerFile[2], path);
     EXPECT_EQ(editor.doc.activeLayer, 0);
     EXPECT_EQ(markerColor(editor, 2), kWhite);
-    EXPECT_TRUE(editor.layers.checked[2]);
+    EXPECT_TRUE(editor.display.layerChecked[2]);
 }
 
 TEST_F(Loading, AMenuLoadShowsAnAlreadyActiveLayerOnlyWhenTheFileWasRead)
@@ -93,10 +93,10 @@ TEST_F(Loading, AMenuLoadShowsAnAlreadyActiveLayerOnlyWhenTheFileWasRead)
     editor.doc.activeLayer = 3;
     world.fileDialog.answers = {folderPath("nowhere") + QStringLiteral("missing.txt")};
     loadLayerFromMenu(editor, 3);
-    EXPECT_FALSE(editor.layers.checked[3]);
+    EXPECT_FALSE(editor.display.layerChecked[3]);
     world.fileDialog.answers = {lineFile("three.txt", 3)};
     loadLayerFromMenu(editor, 3);
-    EXPECT_TRUE(editor.layers.checked[3]);
+    EXPECT_TRUE(editor.display.layerChecked[3]);
 }
 
 TEST_F(Loading, TheDialogStartsInTheFolderOfTheLastFileOpened)
@@ -182,7 +182,7 @@ TEST_F(Loading, TheBaseLayerIsFittedOtherLayersOnlyReapplyTheZoomAndErrorsEndThe
         for (const MapLine& l : w.editor.doc.lines())
             EXPECT_EQ(l.layer, c.layer) << c.name;
         // Read or not, the layer is active and shown, and carries the file.
-        EXPECT_TRUE(w.editor.doc.activeLayer == c.layer && w.editor.layers.checked[c.layer]) << c.name;
+        EXPECT_TRUE(w.editor.doc.activeLayer == c.layer && w.editor.display.layerChecked[c.layer]) << c.name;
         EXPECT_EQ(markerColor(w.editor, c.layer), kRed) << c.name;
         EXPECT_EQ(w.editor.doc.layerFile[c.layer], path) << c.name;
         EXPECT_EQ(w.editor.layers.captions[c.layer], name) << c.name;

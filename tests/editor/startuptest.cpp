@@ -2,7 +2,7 @@
 #include "editor/shutdown.h"
 #include "editor/startup.h"
 #include "editor/windowlayout.h"
-#include "render/displayoptions.h"
+#include "view/displayoptions.h"
 #include "tests/support/fakes.h"
 #include "tests/support/records.h"
 

@@ -1,3 +1,4 @@
+#include "render/colorrules.h"
 #include "render/mappicture.h"
 #include "platform/qimagesurface.h"
 
@@ -69,7 +70,7 @@ TEST(MapPicture, EveryFrameIsThatOfAWholeSingleThreadedFrameWithTheSelectionOnTo
         {"option", [&] {
              bool* options[] = {&e.display.showLines, &e.display.showLabels, &e.display.invertChecked,
                                 &e.display.heightFilterOn, &e.display.stereoChecked, &e.display.flashChecked,
-                                &e.layers.checked[std::size_t(pick(kLayerCount))]};
+                                &e.display.layerChecked[std::size_t(pick(kLayerCount))]};
              bool& option = *options[pick(7)];
              option = !option;
          }},

@@ -131,7 +131,7 @@ TEST(MapRenderer, HiddenLayersTheShowBoxesAndNoSelectedChooseWhatIsDrawn)
                  {true, true, true, "0 L0 L2 "}};
     for (const auto& c : cases) {
         FakeWorld w;
-        w.editor.layers.checked = {true, false, true, false};
+        w.editor.display.layerChecked = {true, false, true, false};
         w.editor.display.showLines = c.lines;
         w.editor.display.showLabels = c.labels;
         for (std::int16_t layer = 0; layer < kLayerCount; ++layer) {

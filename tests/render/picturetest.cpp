@@ -34,7 +34,7 @@ struct SmallMap : FakeWorld {
         addTestLabel(editor, 0, 0, 0, kBlack, "Camp Fire\x01"); // XML holds no control characters
         editor.doc.setLineSelected(0, true); // a selected pure red would flash cyan
     }
-    FrameSource map() const { return {editor.doc, editor.view, editor.display, editor.layers.checked, editor.underlay}; }
+    FrameSource map() const { return {editor.doc, editor.view, editor.display, editor.underlay}; }
     QString write(PictureFormat format, PictureOptions options = {})
     {
         if (options.area == PictureArea::WholeMap)
@@ -147,7 +147,7 @@ TEST(Picture, TheCurrentViewIsThePictureTheScreenShows)
     addTestLine(e, 10, 10, 500, 60, 10, 0, kGreen); // above the height filter
     addTestLabel(e, 15, 5, 20, kRed, "Bank");
     addTestLabel(e, 30, 20, 0, kBlue, "Door", 1);
-    e.layers.checked[1] = true;
+    e.display.layerChecked[1] = true;
     e.display.heightFilterOn = true;
     setCurrentScale(e.view, e.doc, 40);
     e.view.offsetX = 1200;
@@ -159,7 +159,7 @@ TEST(Picture, TheCurrentViewIsThePictureTheScreenShows)
         screen.setBackColor(stereo ? kBlack : kWhite);
         drawLines(e);
         QTemporaryDir dir;
-        const FrameSource map{e.doc, e.view, e.display, e.layers.checked, e.underlay};
+        const FrameSource map{e.doc, e.view, e.display, e.underlay};
         const QString path = dir.filePath("view.png");
         PictureOptions options;
         options.area = PictureArea::CurrentView;

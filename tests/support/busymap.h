@@ -15,7 +15,7 @@ inline void fillBusyMap(Editor& editor)
     std::mt19937 rng(11);
     std::uniform_real_distribution<float> coord(-40, 160), step(-8, 8), height(-300, 300);
     const ColorRGB palette[] = {{0, 0, 255}, {0, 160, 0}, kWhite, kRed, {200, 200, 0}, {90, 90, 90}};
-    editor.layers.checked = {true, true, false, true};
+    editor.display.layerChecked = {true, true, false, true};
     float x = 0, y = 0;
     for (int i = 0; i < 4000; ++i) {
         if (i % 25 == 0)

@@ -38,7 +38,7 @@ inline std::size_t addTestLabel(Editor& editor, float x, float y, float z, Color
 // What the editor's frames are drawn from.
 inline FrameSource frameSourceOf(const Editor& editor)
 {
-    return {editor.doc, editor.view, editor.display, editor.layers.checked, editor.underlay, &editor.follower.marker};
+    return {editor.doc, editor.view, editor.display, editor.underlay, &editor.follower.marker};
 }
 
 using Op = RecordingSurface::Op;

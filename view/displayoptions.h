@@ -1,7 +1,8 @@
 #pragma once
 
-#include "document/colorrgb.h"
+#include "document/maprecords.h"
 
+#include <array>
 #include <cstdint>
 
 namespace plotwell {
@@ -23,6 +24,9 @@ struct DisplayOptions {
     bool invertChecked = true;  // chkInvert
     bool flashChecked = true;   // chkFlash
     bool stereoChecked = false; // chkStereo
+    // The layers' check boxes: a layer is shown while its box is checked.
+    // At first only the base layer is.
+    std::array<bool, kLayerCount> layerChecked{true, false, false, false};
 
     // The stereo sliders' values, read while each record is drawn.
     std::int16_t stereo = 30;    // sldStereo, 0..100
@@ -34,20 +38,5 @@ struct DisplayOptions {
 // on and its difference from the current Z, as a single, is strictly greater
 // than the range.
 bool outsideHeightRange(const DisplayOptions& options, float z, float currentZ);
-
-// value raised to low if below it, then lowered to high if above it.
-std::int16_t clampInt(std::int16_t value, std::int16_t low, std::int16_t high);
-
-// The colour of a record that is not selected: with inversion checked, a
-// colour equal to the background is shown inverted so that it stays visible.
-ColorRGB invertIfNeeded(const DisplayOptions& options, ColorRGB colour, ColorRGB background);
-
-// The colour of a selected record: red at the flash level (full red when
-// flashing is unchecked); a pure red record is shown cyan instead.
-ColorRGB flashColor(const DisplayOptions& options, ColorRGB colour);
-
-// Moves the flash level one step, run once after every frame: down by 64 to
-// below 0, then up by 64 to above 255, turning at 1 and 254.
-void advanceFlash(DisplayOptions& options);
 
 } // namespace plotwell

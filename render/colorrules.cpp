@@ -1,13 +1,6 @@
-#include "render/displayoptions.h"
-
-#include <cmath>
+#include "render/colorrules.h"
 
 namespace plotwell {
-
-bool outsideHeightRange(const DisplayOptions& options, float z, float currentZ)
-{
-    return options.heightFilterOn && float(std::fabs(double(z) - double(currentZ))) > options.heightRange;
-}
 
 std::int16_t clampInt(std::int16_t value, std::int16_t low, std::int16_t high)
 {
