@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/colorrgb.h"
+#include "document/layerhome.h"
 #include "document/maprecords.h"
 #include "document/takenrecords.h"
 
@@ -32,8 +33,9 @@ public:
     std::size_t lineCount() const { return m_lines.size(); }
     std::size_t labelCount() const { return m_labels.size(); }
 
-    // Full path of each layer's file; empty when the layer has none yet.
-    std::array<QString, kLayerCount> layerFile;
+    // Each layer's file, caption and saved state.
+    std::array<LayerHome, kLayerCount> homes{LayerHome::empty(0), LayerHome::empty(1), LayerHome::empty(2),
+                                             LayerHome::empty(3)};
     std::int16_t activeLayer = 0;
 
     // Append one record from the text after its "L " or "P " prefix. A layer of

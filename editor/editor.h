@@ -1,9 +1,7 @@
 #pragma once
 
-#include "document/layercontrols.h"
-#include "editor/filestamp.h"
 #include "editor/gamelog.h"
-#include "editor/history.h"
+#include "document/history.h"
 #include "document/mapdocument.h"
 #include "palette/palette.h"
 #include "platform/services.h"
@@ -41,12 +39,9 @@ public:
 
     MapDocument doc;
     // Every edit of the records, to be undone and redone.
-    EditHistory history;
+    EditHistory history{doc};
     View view;
     KeyFlags keys;
-    LayerControls layers;
-    // Each layer's file as last read or written, to notice changes by others.
-    std::array<FileStamp, kLayerCount> layerStamps;
     DisplayOptions display;
     UnderlayState underlay;
     ToolDispatcher tools;

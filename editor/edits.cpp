@@ -4,32 +4,6 @@
 
 namespace plotwell {
 
-AppendMark appendMark(const MapDocument& doc) { return {doc.lineCount(), doc.labelCount()}; }
-
-void pushAppended(Editor& editor, AppendMark mark, const QString& what, EditHistory::Gesture gesture)
-{
-    if (editor.doc.lineCount() == mark.lines && editor.doc.labelCount() == mark.labels)
-        return;
-    editor.history.push(std::make_unique<RecordsCommand>(what, TakenRecords(), editor.doc, mark), gesture);
-}
-
-void pushRemoved(Editor& editor, TakenRecords removed, const QString& what)
-{
-    if (removed.empty())
-        return;
-    const AppendMark end = appendMark(editor.doc);
-    editor.history.push(std::make_unique<RecordsCommand>(what, std::move(removed), editor.doc, end));
-}
-
-void recolorSelection(Editor& editor, ColorRGB colour, EditHistory::Gesture gesture)
-{
-    auto step = std::make_unique<RecolorCommand>(editor.doc, colour);
-    if (!step->changesAny())
-        return;
-    step->redo(editor);
-    editor.history.push(std::move(step), gesture);
-}
-
 void letEventsRun(Editor& editor)
 {
     if (editor.history.editing()) {
@@ -48,20 +22,19 @@ void releaseHeldFrame(Editor& editor)
 
 void undoEdit(Editor& editor)
 {
-    editor.history.undo(editor);
+    editor.history.undo(editor.view.currentScale);
     releaseHeldFrame(editor);
 }
 
 void redoEdit(Editor& editor)
 {
-    editor.history.redo(editor);
+    editor.history.redo(editor.view.currentScale);
     releaseHeldFrame(editor);
 }
 
 LayerStep::LayerStep(Editor& editor) : m_editor(editor), m_mark(appendMark(editor.doc))
 {
-    for (std::int16_t n = 0; n < kLayerCount; ++n)
-        m_files[std::size_t(n)] = layerFileOf(editor, n);
+    m_homes = editor.doc.homes;
     editor.history.beginEdit();
 }
 
@@ -97,11 +70,11 @@ void LayerStep::push(const QString& what, unsigned savedMask)
 
 void LayerStep::record(const QString& what, unsigned savedMask)
 {
-    std::vector<LayerFile> changed;
+    std::vector<HomeBefore> changed;
     for (std::int16_t n = 0; n < kLayerCount; ++n) {
-        const LayerFile& before = m_files[std::size_t(n)];
-        if ((savedMask & (1u << n)) || !sameFile(before, layerFileOf(m_editor, n)))
-            changed.push_back(before);
+        const LayerHome& before = m_homes[std::size_t(n)];
+        if ((savedMask & (1u << n)) || !before.sameFileAs(m_editor.doc.homes[std::size_t(n)]))
+            changed.push_back({n, before});
     }
     auto step = std::make_unique<RecordsCommand>(what, std::move(m_removed), m_editor.doc, m_mark, std::move(changed));
     if (step->changesNothing())

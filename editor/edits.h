@@ -1,7 +1,8 @@
 #pragma once
 
-#include "editor/editcommands.h"
-#include "editor/history.h"
+#include "document/editcommands.h"
+#include "document/history.h"
+#include "document/layerhome.h"
 
 #include <QString>
 
@@ -10,29 +11,6 @@
 namespace plotwell {
 
 class Editor;
-
-// Edits of the records made as steps of the edit history. The records change
-// through the document's own operations; these record what changed.
-
-// Where the record arrays end now.
-AppendMark appendMark(const MapDocument& doc);
-
-// Makes everything appended since mark one step called what; no step when
-// nothing was appended. Appending records from anywhere as one step:
-//     const AppendMark mark = appendMark(editor.doc);
-//     editor.doc.addLine(text, layer, editor.view.currentScale); // as many as there are
-//     pushAppended(editor, mark, QStringLiteral("Line"));
-// A step that continues a gesture joins the step before it, when that one
-// appended just before it under the same name.
-void pushAppended(Editor& editor, AppendMark mark, const QString& what,
-                  EditHistory::Gesture gesture = EditHistory::Gesture::Ends);
-
-// Makes records just taken out of the document one step; none when empty.
-void pushRemoved(Editor& editor, TakenRecords removed, const QString& what);
-
-// Gives every selected line and label the colour, as one step when any of
-// them changes. Steps that continue a gesture on the same records join.
-void recolorSelection(Editor& editor, ColorRGB colour, EditHistory::Gesture gesture = EditHistory::Gesture::Ends);
 
 // Lets pending events run, as the fit does. While an edit that is to become
 // one step is under way (a load), they wait until the step is recorded:
@@ -72,7 +50,7 @@ public:
 private:
     void record(const QString& what, unsigned savedMask);
     Editor& m_editor;
-    std::array<LayerFile, kLayerCount> m_files; // as they were before
+    std::array<LayerHome, kLayerCount> m_homes; // as they were before
     TakenRecords m_removed;
     AppendMark m_mark;
     bool m_pushed = false;

@@ -49,7 +49,7 @@ void appendPathLine(Editor& editor, const MapPoint& from, const MapPoint& to)
     const AppendMark mark = appendMark(editor.doc);
     // Every single writes as text that reads back, so the text always converts.
     editor.doc.addLine(lineRecordText(from, to, editor.palette.activeColor), layer, editor.view.currentScale);
-    pushAppended(editor, mark, QStringLiteral("Path"));
+    editor.history.recordAppended(mark, QStringLiteral("Path"));
 }
 
 void moveTo(Editor& editor, const MapPoint& loc)

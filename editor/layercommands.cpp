@@ -42,11 +42,8 @@ void closeAllLayers(Editor& editor)
     LayerStep step(editor);
     constexpr unsigned kAllLayers = (1u << kLayerCount) - 1;
     step.takeLayers(kAllLayers);
-    for (int n = 0; n < kLayerCount; ++n) {
-        editor.doc.layerFile[n].clear();
-        editor.layerStamps[n] = {};
-        editor.layers.captions[n] = defaultLayerName(n);
-    }
+    for (int n = 0; n < kLayerCount; ++n)
+        editor.doc.homes[std::size_t(n)] = LayerHome::empty(n);
     // Empty layers without files hold nothing to lose.
     step.push(QStringLiteral("Close All Layers"), kAllLayers);
     setActiveLayer(editor, 0);

@@ -39,14 +39,14 @@ ReadResult openMapFile(Editor& editor, const QString& path, std::int16_t layer)
     if (editor.doc.activeLayer != layer)
         setActiveLayer(editor, layer);
     MapDocument& doc = editor.doc;
+    LayerHome& home = doc.homes[std::size_t(layer)];
     // What the layer was, should the user cancel a long load.
-    const QString fileBefore = doc.layerFile[layer];
-    const QString captionBefore = editor.layers.captions[layer];
+    const LayerHome homeBefore = home;
     const std::size_t linesBefore = doc.lineCount();
     const std::size_t labelsBefore = doc.labelCount();
 
-    doc.layerFile[layer] = path;
-    editor.layers.captions[layer] = fileNameOf(path);
+    home.layerFile = path;
+    home.caption = fileNameOf(path);
     editor.services.settings.save(kSettings, kMapFolderKey, folderOf(path));
     FileStamp stamp = FileStamp::of(path);
 
@@ -58,13 +58,12 @@ ReadResult openMapFile(Editor& editor, const QString& path, std::int16_t layer)
     if (result.cancelled) {
         // The read only appended: dropping what it added leaves the layer as it was.
         doc.keepFirst(linesBefore, labelsBefore);
-        doc.layerFile[layer] = fileBefore;
-        editor.layers.captions[layer] = captionBefore;
+        home = homeBefore;
         return result;
     }
     // Where the read stopped guards the rest of the file against the next save.
     stamp.noteRead(result);
-    editor.layerStamps[layer] = stamp;
+    home.stamp = stamp;
     // A file that cannot be opened or a record that cannot be converted ends
     // the load here, silently.
     if (!result.complete())
@@ -78,7 +77,7 @@ ReadResult openMapFile(Editor& editor, const QString& path, std::int16_t layer)
 
 void clearLayer(LayerStep& step, std::int16_t layer)
 {
-    step.editor().layers.captions[layer] = defaultLayerName(layer);
+    step.editor().doc.homes[layer].caption = defaultLayerName(layer);
     step.takeLayers(1u << layer);
 }
 
@@ -162,8 +161,8 @@ void dropFiles(Editor& editor, const QStringList& paths)
         else
             saved &= ~(1u << layer);
     };
-    const bool noFiles = std::all_of(editor.doc.layerFile.begin(), editor.doc.layerFile.end(),
-                                     [](const QString& file) { return file.isEmpty(); });
+    const bool noFiles = std::all_of(editor.doc.homes.begin(), editor.doc.homes.end(),
+                                     [](const LayerHome& home) { return home.layerFile.isEmpty(); });
     if (paths.size() == 1 && noFiles) {
         if (const auto zone = zoneFiles(paths.front())) {
             for (std::int16_t n = 0; n < kLayerCount; ++n)
@@ -176,7 +175,7 @@ void dropFiles(Editor& editor, const QStringList& paths)
     std::int16_t target = 2;
     for (const QString& path : paths) {
         for (std::int16_t n = 0; n < kLayerCount; ++n) {
-            if (editor.doc.layerFile[n].isEmpty()) {
+            if (editor.doc.homes[n].layerFile.isEmpty()) {
                 target = n;
                 break;
             }

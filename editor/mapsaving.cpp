@@ -37,9 +37,10 @@ bool chooseLayerFile(Editor& editor, std::int16_t layer)
         return false;
 
     const QString path = QDir::toNativeSeparators(dialog.fileName);
-    editor.doc.layerFile[layer] = path;
-    editor.layerStamps[layer] = {}; // chosen to be written, whatever is there
-    editor.layers.captions[layer] = fileNameOf(path);
+    LayerHome& home = editor.doc.homes[std::size_t(layer)];
+    home.layerFile = path;
+    home.caption = fileNameOf(path);
+    home.stamp = {}; // chosen to be written, whatever is there
     return true;
 }
 
@@ -83,8 +84,8 @@ QString reasonToKeep(const FileStamp& stamp, const QString& path, std::int16_t l
 
 void saveLayer(Editor& editor, std::int16_t layer)
 {
-    const QString& path = editor.doc.layerFile[layer];
-    FileStamp& stamp = editor.layerStamps[layer];
+    const QString& path = editor.doc.homes[layer].layerFile;
+    FileStamp& stamp = editor.doc.homes[layer].stamp;
     if (const QString why = reasonToKeep(stamp, path, layer); !why.isEmpty()) {
         stamp = FileStamp::of(path);
         editor.services.dialogs.message(why, kTitle);
@@ -101,15 +102,15 @@ void saveLayer(Editor& editor, std::int16_t layer)
     // Another layer with the same file now holds what Plotwell wrote itself,
     // which is no change by another program.
     for (std::int16_t other = 0; other < kLayerCount; ++other) {
-        if (other != layer && sameFileOnDisk(editor.doc.layerFile[other], path))
-            editor.layerStamps[other] = stamp;
+        if (other != layer && sameFileOnDisk(editor.doc.homes[other].layerFile, path))
+            editor.doc.homes[other].stamp = stamp;
     }
 }
 
 void saveAllLayers(Editor& editor)
 {
     for (std::int16_t layer = 0; layer < kLayerCount; ++layer) {
-        if (editor.doc.layerFile[layer].isEmpty()) {
+        if (editor.doc.homes[layer].layerFile.isEmpty()) {
             if (!layerHasRecords(editor.doc, layer) || !chooseLayerFile(editor, layer))
                 continue;
         }

@@ -15,7 +15,7 @@ std::uint8_t& channel(ColorRGB& c, int index) { return index == 0 ? c.r : index 
 void applyActiveColor(Editor& editor, EditHistory::Gesture gesture = EditHistory::Gesture::Ends)
 {
     showActiveColor(editor.palette);
-    recolorSelection(editor, editor.palette.activeColor, gesture);
+    editor.history.recolorSelection(editor.palette.activeColor, gesture);
 }
 
 } // namespace

@@ -25,7 +25,7 @@ QString extensionOf(PictureFormat format)
 // The base layer's file name with the picture's extension, or "map".
 QString suggestedName(const Editor& editor, PictureFormat format)
 {
-    const QString base = QFileInfo(editor.doc.layerFile[0]).completeBaseName();
+    const QString base = QFileInfo(editor.doc.homes[0].layerFile).completeBaseName();
     return (base.isEmpty() ? QStringLiteral("map") : base) + extensionOf(format);
 }
 
@@ -40,7 +40,7 @@ std::optional<QString> askPicturePath(Editor& editor, PictureFormat format)
     const QString filterBefore = dialog.filter;
     const QString png = QStringLiteral("PNG picture (*.png)|*.png");
     const QString svg = QStringLiteral("SVG drawing (*.svg)|*.svg");
-    dialog.initialFolder = folderOf(editor.doc.layerFile[0]);
+    dialog.initialFolder = folderOf(editor.doc.homes[0].layerFile);
     dialog.fileName = suggestedName(editor, format);
     dialog.confirmOverwrite = true;
     dialog.defaultSuffix = extensionOf(format).mid(1);

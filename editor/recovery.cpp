@@ -100,7 +100,7 @@ bool RecoveryKeeper::keep(const Editor& editor, std::int16_t layer, bool now)
         l.seenState = state;
         l.changedAt = time;
     }
-    const QString& file = editor.doc.layerFile[layer];
+    const QString& file = editor.doc.homes[layer].layerFile;
     if (l.written && l.writtenState == state && l.writtenFile == file) {
         l.waitingSince = -1;
         return true;
@@ -124,8 +124,8 @@ bool RecoveryKeeper::write(const Editor& editor, std::int16_t layer, bool now)
     // A copy that could not be written is tried again no sooner than a new one would be.
     l.writtenAt = m_place.msecsNow();
     const std::uint64_t state = editor.history.layerState(layer);
-    const QString& file = editor.doc.layerFile[layer];
-    const FileStamp stamp = editor.layerStamps[layer];
+    const QString& file = editor.doc.homes[layer].layerFile;
+    const FileStamp stamp = editor.doc.homes[layer].stamp;
     if (now) {
         if (!folder->write(editor.doc, layer, file, stamp))
             return false;
@@ -172,9 +172,10 @@ void RecoveryKeeper::recover(Editor& editor)
         editor.doc.activeLayer = copy.layer;
         readMapFile(copy.records, editor.doc, copy.layer, editor.view.currentScale);
         editor.doc.activeLayer = active;
-        editor.doc.layerFile[copy.layer] = copy.file;
-        editor.layers.captions[copy.layer] = copy.file.isEmpty() ? defaultLayerName(copy.layer) : fileNameOf(copy.file);
-        editor.layerStamps[copy.layer] = copy.stamp;
+        LayerHome& home = editor.doc.homes[std::size_t(copy.layer)];
+        home.layerFile = copy.file;
+        home.caption = copy.file.isEmpty() ? defaultLayerName(copy.layer) : fileNameOf(copy.file);
+        home.stamp = copy.stamp;
     }
     step.push(QStringLiteral("Recover Unsaved Layers"));
     releaseHeldFrame(editor);

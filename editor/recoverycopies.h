@@ -1,7 +1,7 @@
 #pragma once
 
 #include "document/maprecords.h"
-#include "editor/filestamp.h"
+#include "document/filestamp.h"
 
 #include <QDateTime>
 #include <QString>

@@ -1,5 +1,7 @@
 #include "soak/historycheck.h"
 
+#include "editor/edits.h"
+
 #include "document/mapwriter.h"
 #include "editor/editor.h"
 #include "soak/invariants.h"
@@ -78,8 +80,8 @@ Snapshot snapshot(const Editor& editor)
     for (std::int16_t n = 0; n < kLayerCount; ++n) {
         const auto i = std::size_t(n);
         s.texts[i] = formatLayer(editor.doc, n);
-        s.files[i] = editor.doc.layerFile[i];
-        s.captions[i] = editor.layers.captions[i];
+        s.files[i] = editor.doc.homes[i].layerFile;
+        s.captions[i] = editor.doc.homes[i].caption;
         s.modified[i] = editor.history.layerModified(n);
     }
     for (const MapLine& l : editor.doc.lines())
@@ -174,21 +176,21 @@ std::optional<std::string> undoRedoFault(Editor& editor, HistoryWatch& watch)
             + std::to_string(before.steps);
     };
     while (history.canUndo()) {
-        history.undo(editor);
+        undoEdit(editor);
         if (auto fault = checked("undoing"))
             return fault;
     }
     if (history.doneCount() != 0 || history.stepCount() != before.steps)
         return lost("undoing everything");
     while (history.canRedo()) {
-        history.redo(editor);
+        redoEdit(editor);
         if (auto fault = checked("redoing"))
             return fault;
     }
     if (history.doneCount() != before.steps)
         return lost("redoing everything");
     while (history.doneCount() > before.done && history.canUndo()) {
-        history.undo(editor);
+        undoEdit(editor);
         if (auto fault = checked("undoing"))
             return fault;
     }

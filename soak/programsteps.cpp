@@ -137,7 +137,7 @@ void runRecover(World& w, const Step&)
     w.recovery.recover(w.editor);
     for (const auto& [layer, expected] : left) {
         const std::string text = formatLayer(w.editor.doc, std::int16_t(layer));
-        const QString& file = w.editor.doc.layerFile[std::size_t(layer)];
+        const QString& file = w.editor.doc.homes[std::size_t(layer)].layerFile;
         if (text != expected.text || file != expected.file) {
             w.fault = "recovery: layer " + std::to_string(layer) + " came back as " + std::to_string(text.size())
                 + " bytes of " + shortText(file) + " instead of " + std::to_string(expected.text.size()) + " bytes of "
@@ -152,7 +152,7 @@ void noteLeftLayers(World& w)
 {
     for (std::int16_t n = 0; n < kLayerCount; ++n) {
         if (w.editor.history.layerModified(n))
-            w.machine.left[n] = {formatLayer(w.editor.doc, n), w.editor.doc.layerFile[std::size_t(n)]};
+            w.machine.left[n] = {formatLayer(w.editor.doc, n), w.editor.doc.homes[std::size_t(n)].layerFile};
     }
 }
 

@@ -475,7 +475,7 @@ Step makeChangedElsewhere(Generator& g)
 void runChangedElsewhere(World& w, const Step& s)
 {
     // Another program rewrites a layer's file; the next save must notice.
-    const QString& file = w.editor.doc.layerFile[std::size_t(layerOf(s, 0))];
+    const QString& file = w.editor.doc.homes[std::size_t(layerOf(s, 0))].layerFile;
     if (file.isEmpty() || !QDir::cleanPath(file).startsWith(QDir::cleanPath(w.folder)))
         return;
     const QString recipe = s.text(0) + QLatin1Char(' ') + QDir(w.folder).relativeFilePath(file);

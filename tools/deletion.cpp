@@ -16,7 +16,7 @@ bool deleteSelected(Editor& editor)
 {
     TakenRecords removed = editor.doc.takeRecordsWhere([](std::int16_t, bool selected) { return selected; });
     const bool any = !removed.empty();
-    pushRemoved(editor, std::move(removed), kDelete);
+    editor.history.recordRemoved(std::move(removed), kDelete);
     return any;
 }
 
@@ -24,7 +24,7 @@ void removeLastLine(Editor& editor)
 {
     MapDocument& doc = editor.doc;
     if (doc.lineCount() > 0)
-        pushRemoved(editor, doc.takeRecordsFrom(doc.lineCount() - 1, doc.labelCount()), kDelete);
+        editor.history.recordRemoved(doc.takeRecordsFrom(doc.lineCount() - 1, doc.labelCount()), kDelete);
     drawLines(editor);
 }
 
@@ -32,7 +32,7 @@ void removeLastLabel(Editor& editor)
 {
     MapDocument& doc = editor.doc;
     if (doc.labelCount() > 0)
-        pushRemoved(editor, doc.takeRecordsFrom(doc.lineCount(), doc.labelCount() - 1), kDelete);
+        editor.history.recordRemoved(doc.takeRecordsFrom(doc.lineCount(), doc.labelCount() - 1), kDelete);
     drawLines(editor);
 }
 

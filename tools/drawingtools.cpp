@@ -31,7 +31,7 @@ void LineTool::press(Editor& editor, SurfacePoint p)
     }
     const AppendMark mark = appendMark(editor.doc);
     appendLine(editor, toWorld(editor.view, m_start), toWorld(editor.view, p));
-    pushAppended(editor, mark, QStringLiteral("Line"));
+    editor.history.recordAppended(mark, QStringLiteral("Line"));
     drawLines(editor);
     m_start = p;
     m_inProgress = true;
@@ -69,7 +69,7 @@ void FreehandTool::move(Editor& editor, int buttons, SurfacePoint p)
         // The lines of one stroke, from press to release, are one step.
         const AppendMark mark = appendMark(editor.doc);
         appendLine(editor, m_last, here);
-        pushAppended(editor, mark, QStringLiteral("Freehand"), EditHistory::Gesture::Continues);
+        editor.history.recordAppended(mark, QStringLiteral("Freehand"), EditHistory::Gesture::Continues);
     }
     m_last = here;
 }
@@ -111,7 +111,7 @@ void LabelTool::commitCaption(Editor& editor, const QString& typed)
     const AppendMark mark = appendMark(editor.doc);
     editor.doc.addLabel(labelRecordText(at, editor.view.currentZ, editor.palette.activeColor, bytes), layer,
                         editor.view.currentScale);
-    pushAppended(editor, mark, QStringLiteral("Label"));
+    editor.history.recordAppended(mark, QStringLiteral("Label"));
 }
 
 } // namespace plotwell

@@ -66,7 +66,7 @@ void plotIntersection(Editor& editor)
         editor.doc.addLine(lineRecordText(from, at, editor.view.currentZ, editor.palette.activeColor), layer,
                            editor.view.currentScale);
     }
-    pushAppended(editor, mark, QStringLiteral("Plot Intersection"));
+    editor.history.recordAppended(mark, QStringLiteral("Plot Intersection"));
 }
 
 void findLabels(Editor& editor)

@@ -299,8 +299,8 @@ void MainWindow::syncControls()
 
     for (int n = 0; n < kLayerCount; ++n) {
         setCheckedQuietly(c.chkLayer[n], m_editor.display.layerChecked[n]);
-        if (c.chkLayer[n]->text() != m_editor.layers.captions[n])
-            c.chkLayer[n]->setText(m_editor.layers.captions[n]);
+        if (c.chkLayer[n]->text() != m_editor.doc.homes[n].caption)
+            c.chkLayer[n]->setText(m_editor.doc.homes[n].caption);
         setBackground(c.lbActiveLayer[n], markerColor(m_editor, n));
     }
     setCheckedQuietly(c.chkLines, m_editor.display.linesChecked);

@@ -95,9 +95,9 @@ TEST(FollowGameLog, LocationsAppendedToTheLogMoveTheMarkerSetZAndDrawThePath)
     EXPECT_EQ(w.surface.penWidth(), 2);
 
     EXPECT_EQ(e.history.undoText(), QStringLiteral("Undo Path"));
-    e.doc.layerFile[2] = dir.filePath(QStringLiteral("walk.txt"));
+    e.doc.homes[2].layerFile = dir.filePath(QStringLiteral("walk.txt"));
     saveAllLayers(e);
-    EXPECT_EQ(fileBytes(e.doc.layerFile[2]).toStdString(), "L 200,-100.5,5.25,-40.25,30,-7,10,20,30\r\n"
+    EXPECT_EQ(fileBytes(e.doc.homes[2].layerFile).toStdString(), "L 200,-100.5,5.25,-40.25,30,-7,10,20,30\r\n"
                                                            "L -40.25,30,-7,-60,-50,0,10,20,30\r\n"
                                                            "L 5,-5,1,-1000,-12345.67,10,10,20,30\r\n");
     stopFollowing(e);

@@ -34,12 +34,12 @@ TEST(EditHistory, UndoingADeletionBringsTheRecordsBackSelectedAndTheMenuNamesThe
         LayerStep loading(e); // a load that lets events run holds undo back
         EXPECT_FALSE(e.history.canUndo());
     }
-    e.history.undo(e);
+    undoEdit(e);
     EXPECT_EQ(e.history.redoText(), QStringLiteral("Redo Delete"));
     EXPECT_EQ(e.history.undoText(), QStringLiteral("Undo Line"));
     ASSERT_EQ(e.doc.lineCount(), 3u);
     EXPECT_TRUE(e.doc.lines()[0].selected && !e.doc.lines()[1].selected && e.doc.lines()[2].selected);
-    e.history.redo(e);
+    redoEdit(e);
     EXPECT_FALSE(e.doc.hasSelection());
     EXPECT_FALSE(e.history.canRedo());
 }
@@ -56,11 +56,11 @@ TEST(EditHistory, AnEditMadeWhileALoadLetsEventsRunIsAStepOfItsOwn)
     w.events.during = [&e] { e.tools.press(e, kLeftButton, {200, 300}); };
     loadLayerFromMenu(e, 0);
     EXPECT_EQ(e.history.undoText(), QStringLiteral("Undo Line"));
-    e.history.undo(e);
+    undoEdit(e);
     EXPECT_EQ(formatLayer(e.doc, 0), "L 10,20,0,300,400,5,255,0,0\r\n");
-    e.history.undo(e);
+    undoEdit(e);
     EXPECT_EQ(e.doc.lineCount(), 0u);
-    EXPECT_TRUE(e.doc.layerFile[0].isEmpty()) << "the load undone, the layer has no file again";
+    EXPECT_TRUE(e.doc.homes[0].layerFile.isEmpty()) << "the load undone, the layer has no file again";
 }
 
 // A stroke and a strip drag are one step each, and never one with each other,
@@ -89,7 +89,7 @@ TEST(EditHistory, GesturesAreOneStepEachAndNeverMergeWithAnotherKind)
     std::vector<std::pair<QString, std::size_t>> steps;
     while (e.history.canUndo()) {
         steps.emplace_back(e.history.undoText(), e.doc.lineCount());
-        e.history.undo(e);
+        undoEdit(e);
     }
     const std::vector<std::pair<QString, std::size_t>> expected = {
         {"Undo Recolour", 3}, {"Undo Recolour", 3}, {"Undo Recolour", 3},
@@ -109,7 +109,7 @@ TEST(EditHistory, OverItsMemoryTheOldestStepsGo)
         e.tools.press(e, kLeftButton, {float(10 * i), 10}); // six Line steps of one size
     e.history.setByteLimit(e.history.bytes() / 3);
     while (e.history.canUndo())
-        e.history.undo(e);
+        undoEdit(e);
     EXPECT_EQ(e.doc.lineCount(), 4u) << "the two newest lines undone, the older ones kept";
 }
 

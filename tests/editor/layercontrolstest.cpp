@@ -65,8 +65,8 @@ TEST_F(LayerControlsTest, UncheckingTheActiveLayerHidesItButKeepsItActive)
 TEST_F(LayerControlsTest, CloseAllLayersStartsAfreshAndLeavesNothingToSave)
 {
     QTemporaryDir dir;
-    editor.doc.layerFile.fill(QDir::toNativeSeparators(dir.filePath(QStringLiteral("layer.txt"))));
-    editor.layers.captions.fill(QStringLiteral("layer.txt"));
+    for (LayerHome& home : editor.doc.homes)
+        home = {QDir::toNativeSeparators(dir.filePath(QStringLiteral("layer.txt"))), QStringLiteral("layer.txt"), {}, 0};
     for (std::int16_t layer : {1, 3}) {
         ASSERT_FALSE(editor.doc.addLine("1,2,3,4,5,6,7,8,9", layer, 1));
         ASSERT_FALSE(editor.doc.addLabel("1,2,3,4,5,6,7,x", layer, 1));
@@ -79,8 +79,10 @@ TEST_F(LayerControlsTest, CloseAllLayersStartsAfreshAndLeavesNothingToSave)
     const float marker = editor.view.zoom.markerX1;
 
     closeAllLayers(editor);
-    EXPECT_EQ(editor.layers.captions, (std::array<QString, kLayerCount>{"Base Layer", "Layer 1", "Layer 2", "Layer 3"}));
-    EXPECT_EQ(editor.doc.layerFile, (std::array<QString, kLayerCount>{}));
+    for (int n = 0; n < kLayerCount; ++n) {
+        EXPECT_EQ(editor.doc.homes[std::size_t(n)].caption, defaultLayerName(n));
+        EXPECT_TRUE(editor.doc.homes[std::size_t(n)].layerFile.isEmpty());
+    }
     EXPECT_EQ(editor.doc.lineCount() + editor.doc.labelCount(), 0u);
     EXPECT_EQ(editor.doc.activeLayer, 0);
     EXPECT_EQ(markers(), (Markers{kRed, kWhite, kWhite, kWhite}));

@@ -79,8 +79,8 @@ TEST_F(Loading, CancellingEmptiesTheLayerButKeepsItsFile)
 
     loadLayerFromMenu(editor, 2); // cancelled
     EXPECT_EQ(lineLayers(editor), (std::vector<int>{1}));
-    EXPECT_EQ(editor.layers.captions[2], QStringLiteral("Layer 2"));
-    EXPECT_EQ(editor.doc.layerFile[2], path);
+    EXPECT_EQ(editor.doc.homes[2].caption, QStringLiteral("Layer 2"));
+    EXPECT_EQ(editor.doc.homes[2].layerFile, path);
     EXPECT_EQ(editor.doc.activeLayer, 0);
     EXPECT_EQ(markerColor(editor, 2), kWhite);
     EXPECT_TRUE(editor.display.layerChecked[2]);
@@ -132,7 +132,7 @@ TEST_F(Loading, DroppedFilesFillTheLayersWithoutAFile)
         FakeWorld w;
         QStringList paths;
         for (int n : c.taken)
-            w.editor.doc.layerFile[n] = QStringLiteral("taken.txt");
+            w.editor.doc.homes[n].layerFile = QStringLiteral("taken.txt");
         for (int i = 1; i <= c.files; ++i)
             paths << lineFile(qPrintable(QStringLiteral("%1.txt").arg(i)), i);
         if (c.firstStops)
@@ -141,8 +141,8 @@ TEST_F(Loading, DroppedFilesFillTheLayersWithoutAFile)
         EXPECT_EQ(lineLayers(w.editor), c.lines) << c.name;
         const int last = c.lines.back() / 100;
         EXPECT_EQ(w.editor.doc.activeLayer, last) << c.name;
-        EXPECT_EQ(w.editor.doc.layerFile[last], paths.back()) << c.name;
-        EXPECT_EQ(w.editor.layers.captions[last], QString::number(c.files) + ".txt") << c.name;
+        EXPECT_EQ(w.editor.doc.homes[last].layerFile, paths.back()) << c.name;
+        EXPECT_EQ(w.editor.doc.homes[last].caption, QString::number(c.files) + ".txt") << c.name;
     }
 }
 
@@ -184,8 +184,8 @@ TEST_F(Loading, TheBaseLayerIsFittedOtherLayersOnlyReapplyTheZoomAndErrorsEndThe
         // Read or not, the layer is active and shown, and carries the file.
         EXPECT_TRUE(w.editor.doc.activeLayer == c.layer && w.editor.display.layerChecked[c.layer]) << c.name;
         EXPECT_EQ(markerColor(w.editor, c.layer), kRed) << c.name;
-        EXPECT_EQ(w.editor.doc.layerFile[c.layer], path) << c.name;
-        EXPECT_EQ(w.editor.layers.captions[c.layer], name) << c.name;
+        EXPECT_EQ(w.editor.doc.homes[c.layer].layerFile, path) << c.name;
+        EXPECT_EQ(w.editor.doc.homes[c.layer].caption, name) << c.name;
         EXPECT_EQ(w.settings.get(kSettings, kFolderKey, {}), folderPath(c.text.isNull() ? "nowhere" : "maps"));
         EXPECT_TRUE(w.dialogs.messages.empty()) << c.name;
     }
@@ -217,7 +217,7 @@ TEST_F(Loading, AZoneBaseDroppedAloneBringsItsSiblings)
     for (const auto& c : cases) {
         FakeWorld w;
         if (c.layerTaken)
-            w.editor.doc.layerFile[0] = QStringLiteral("taken.txt");
+            w.editor.doc.homes[0].layerFile = QStringLiteral("taken.txt");
         dropFiles(w.editor, c.dropped);
         EXPECT_EQ(lineLayers(w.editor), c.lines) << c.name;
     }
@@ -253,8 +253,8 @@ TEST_F(Loading, ACancelledLoadLeavesTheLayerAsItWas)
     EXPECT_EQ(world.progress.ended, 4);
     EXPECT_EQ(lineLayers(editor), (std::vector<int>{1, 102, 205}));
     EXPECT_EQ(editor.doc.labelCount(), 0u);
-    EXPECT_EQ(editor.doc.layerFile[2], old);
-    EXPECT_EQ(editor.layers.captions[2], QStringLiteral("old.txt"));
+    EXPECT_EQ(editor.doc.homes[2].layerFile, old);
+    EXPECT_EQ(editor.doc.homes[2].caption, QStringLiteral("old.txt"));
 
     world.progress.cancelAt = 0;
     EXPECT_TRUE(openMapFile(editor, file, 2).complete());

@@ -64,9 +64,9 @@ TEST_F(MapPack, AZoneOpensWithItsSiblingsWhateverTheCaseOfTheirNames)
     EXPECT_EQ(countOf(editor, 0), (LayerCount{48, 6}));
     EXPECT_EQ(countOf(editor, 1), (LayerCount{0, 11}));
     EXPECT_EQ(countOf(editor, 2), (LayerCount{12, 0}));
-    EXPECT_EQ(editor.layers.captions[1], QStringLiteral("Trakanon_1.txt"));
-    EXPECT_EQ(editor.layers.captions[2], QStringLiteral("TRAKANON_2.TXT"));
-    EXPECT_TRUE(editor.doc.layerFile[3].isEmpty());
+    EXPECT_EQ(editor.doc.homes[1].caption, QStringLiteral("Trakanon_1.txt"));
+    EXPECT_EQ(editor.doc.homes[2].caption, QStringLiteral("TRAKANON_2.TXT"));
+    EXPECT_TRUE(editor.doc.homes[3].layerFile.isEmpty());
 
     // LF line ends and a blank line read as CR LF do.
     FakeWorld other;

@@ -1,4 +1,5 @@
 #include "document/mapwriter.h"
+#include "editor/edits.h"
 #include "editor/maploading.h"
 #include "editor/mapsaving.h"
 #include "editor/recovery.h"
@@ -70,11 +71,11 @@ TEST(Recovery, ACopyFollowsTheEditsWhenTheyPauseAndGoesWhenTheLayerIsSaved)
     drawLine(e, 2);
     EXPECT_EQ(tickAt(4000), "L 10,1,0,20,1,0,0,0,0\r\n");
     EXPECT_EQ(tickAt(7000), "L 10,1,0,20,1,0,0,0,0\r\nL 10,2,0,20,2,0,0,0,0\r\n");
-    e.history.undo(e);
-    e.history.undo(e);
+    undoEdit(e);
+    undoEdit(e);
     EXPECT_EQ(tickAt(7500), "(none)") << "undone back to what was saved";
-    e.history.redo(e);
-    e.history.redo(e); // back to the edits whose copy went, which had paused long since
+    redoEdit(e);
+    redoEdit(e); // back to the edits whose copy went, which had paused long since
     EXPECT_EQ(tickAt(8000), "L 10,1,0,20,1,0,0,0,0\r\nL 10,2,0,20,2,0,0,0,0\r\n");
     w.fileDialog.answers = {QDir(place.folder()).filePath(QStringLiteral("saved.txt"))};
     saveAllLayers(e);

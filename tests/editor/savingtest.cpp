@@ -53,8 +53,8 @@ TEST_F(SaveAllLayers, AsksForAFileOnceAndThenSavesWithoutAsking)
     EXPECT_EQ(messages(), QStringList{"The layer 0 needs to have a file defined for me to save."});
     EXPECT_EQ(world.fileDialog.shownFolders, QStringList{QStringLiteral("/where/it/was")});
     EXPECT_EQ(world.fileDialog.shownFilters, QStringList{"Text Files (*.txt)|*.txt|All Files (*.*)|*.*"});
-    EXPECT_EQ(editor.doc.layerFile[0], path("drawn"));
-    EXPECT_EQ(editor.layers.captions[0], QStringLiteral("drawn"));
+    EXPECT_EQ(editor.doc.homes[0].layerFile, path("drawn"));
+    EXPECT_EQ(editor.doc.homes[0].caption, QStringLiteral("drawn"));
     // A name typed without an extension is used exactly as typed.
     EXPECT_EQ(readFile(path("drawn")), QByteArray("L 1,2,3,4,5,6,7,8,9\r\nP 1,2,3,4,5,6,7,Camp\r\n"));
 
@@ -70,8 +70,8 @@ TEST_F(SaveAllLayers, CancellingSkipsOnlyThatLayerAndLayersWithoutRecordsAreEmpt
 {
     addLine(0);
     addLabel(2); // a label alone is enough to ask
-    editor.doc.layerFile[3] = path("three.txt");
-    writeFile(editor.doc.layerFile[3], "L 3,3,3,3,3,3,3,3,3\r\n");
+    editor.doc.homes[3].layerFile = path("three.txt");
+    writeFile(editor.doc.homes[3].layerFile, "L 3,3,3,3,3,3,3,3,3\r\n");
     world.fileDialog.fileName = QStringLiteral("/earlier/name.txt");
     world.fileDialog.answers = {QString(), path("two.txt")};
     saveAllLayers(editor);
@@ -80,8 +80,8 @@ TEST_F(SaveAllLayers, CancellingSkipsOnlyThatLayerAndLayersWithoutRecordsAreEmpt
     EXPECT_EQ(messages(), (QStringList{"The layer 0 needs to have a file defined for me to save.",
                                        "The layer 2 needs to have a file defined for me to save."}));
     EXPECT_EQ(world.fileDialog.saves, 2);
-    EXPECT_TRUE(editor.doc.layerFile[0].isEmpty());
-    EXPECT_EQ(editor.layers.captions[0], QStringLiteral("Base Layer"));
+    EXPECT_TRUE(editor.doc.homes[0].layerFile.isEmpty());
+    EXPECT_EQ(editor.doc.homes[0].caption, QStringLiteral("Base Layer"));
     EXPECT_EQ(readFile(path("two.txt")), QByteArray("P 1,2,3,4,5,6,7,Camp\r\n"));
     EXPECT_EQ(readFile(path("three.txt")), QByteArray());
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), (QStringList{"three.txt", "two.txt"}));
@@ -95,16 +95,16 @@ TEST_F(SaveAllLayers, CancellingSkipsOnlyThatLayerAndLayersWithoutRecordsAreEmpt
 
 TEST_F(SaveAllLayers, AFileThatCannotBeWrittenIsReportedAndTheNextLayerIsSaved)
 {
-    editor.doc.layerFile[0] = path("missing/zero.txt");
-    editor.doc.layerFile[1] = QDir::toNativeSeparators(dir.path());
-    editor.doc.layerFile[2] = path("two.txt");
+    editor.doc.homes[0].layerFile = path("missing/zero.txt");
+    editor.doc.homes[1].layerFile = QDir::toNativeSeparators(dir.path());
+    editor.doc.homes[2].layerFile = path("two.txt");
     for (std::int16_t layer : {0, 1, 2})
         addLine(layer);
     saveAllLayers(editor);
 
     ASSERT_EQ(messages().size(), 2);
     for (int i = 0; i < 2; ++i) {
-        const QString start = QStringLiteral("The layer %1 could not be saved to %2: ").arg(i).arg(editor.doc.layerFile[i]);
+        const QString start = QStringLiteral("The layer %1 could not be saved to %2: ").arg(i).arg(editor.doc.homes[i].layerFile);
         EXPECT_TRUE(messages()[i].startsWith(start)) << messages()[i].toStdString();
         EXPECT_GT(messages()[i].size(), start.size()) << "a reason follows";
     }
@@ -115,9 +115,9 @@ TEST_F(SaveAllLayers, AFileThatCannotBeWrittenIsReportedAndTheNextLayerIsSaved)
 #ifdef Q_OS_LINUX
 TEST_F(SaveAllLayers, AWriteThatFailsHalfWayLeavesTheOldFileAsItWas)
 {
-    editor.doc.layerFile[1] = path("one.txt");
-    editor.doc.layerFile[2] = path("two.txt");
-    writeFile(editor.doc.layerFile[1], "L 9,9,9,9,9,9,9,9,9\r\n");
+    editor.doc.homes[1].layerFile = path("one.txt");
+    editor.doc.homes[2].layerFile = path("two.txt");
+    writeFile(editor.doc.homes[1].layerFile, "L 9,9,9,9,9,9,9,9,9\r\n");
     for (int i = 0; i < 20000; ++i)
         addLine(1, "1234.567,-2345.678,345.6789,1234.567,-2345.678,345.6789,255,255,255");
     addLine(2);
@@ -144,8 +144,8 @@ TEST_F(SaveAllLayers, AFileChangedByAnotherProgramIsReplacedOnlyOnTheNextSave)
 {
     const QString file = path("zone.txt");
     writeFile(file, "L 1,2,3,4,5,6,7,8,9\r\n");
-    editor.doc.layerFile[1] = file;
-    editor.layerStamps[1] = FileStamp::of(file);
+    editor.doc.homes[1].layerFile = file;
+    editor.doc.homes[1].stamp = FileStamp::of(file);
     addLine(1, "9,9,9,9,9,9,9,9,9");
     writeFile(file, "P 1,2,3,4,5,6,7,Someone_else's_label\r\n");
 

@@ -40,9 +40,9 @@ struct DrawWorld : FakeWorld {
     std::string saved()
     {
         QTemporaryDir dir;
-        editor.doc.layerFile[2] = dir.filePath(QStringLiteral("drawn.txt"));
+        editor.doc.homes[2].layerFile = dir.filePath(QStringLiteral("drawn.txt"));
         saveAllLayers(editor);
-        QFile file(editor.doc.layerFile[2]);
+        QFile file(editor.doc.homes[2].layerFile);
         return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "(not written)";
     }
 };

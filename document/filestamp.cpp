@@ -1,4 +1,4 @@
-#include "editor/filestamp.h"
+#include "document/filestamp.h"
 
 #include "document/mapreader.h"
 

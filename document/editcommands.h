@@ -1,9 +1,9 @@
 #pragma once
 
 #include "document/colorrgb.h"
+#include "document/history.h"
+#include "document/layerhome.h"
 #include "document/takenrecords.h"
-#include "editor/filestamp.h"
-#include "editor/history.h"
 
 #include <QString>
 
@@ -14,26 +14,10 @@ namespace plotwell {
 
 class MapDocument;
 
-// Which file a layer has: its path, its check box's caption, the file as it
-// was last read or written, and the layer state that the file holds.
-struct LayerFile {
+// A layer's home as it was before a step changed it.
+struct HomeBefore {
     std::int16_t layer = 0;
-    QString path;
-    QString caption;
-    FileStamp stamp;
-    std::uint64_t savedState = 0;
-};
-
-LayerFile layerFileOf(Editor& editor, std::int16_t layer);
-// Gives the layer the file held in other, and other the file the layer had.
-void swapLayerFile(Editor& editor, LayerFile& other);
-// The same path, caption and stamp.
-bool sameFile(const LayerFile& a, const LayerFile& b);
-
-// Where the record arrays end: what is appended after it is a step's own.
-struct AppendMark {
-    std::size_t lines = 0;
-    std::size_t labels = 0;
+    LayerHome home;
 };
 
 // Records taken out, then records appended, and layers given other files:
@@ -44,16 +28,16 @@ class RecordsCommand : public EditCommand {
 public:
     // removed: what the edit took out; from: where the arrays ended when the
     // edit began appending, the records after it being the ones it appended;
-    // files: the layers' files before the edit, for those it changed.
+    // homes: the layers' homes before the edit, for those it changed.
     RecordsCommand(QString text, TakenRecords removed, const MapDocument& doc, AppendMark from,
-                   std::vector<LayerFile> files = {});
+                   std::vector<HomeBefore> homes = {});
 
     bool changesNothing() const;
 
     QString text() const override { return m_text; }
-    void undo(Editor& editor) override;
-    void redo(Editor& editor) override;
-    bool fits(const Editor& editor, bool done) const override;
+    void undo(MapDocument& doc, float scale) override;
+    void redo(MapDocument& doc, float scale) override;
+    bool fits(const MapDocument& doc, bool done) const override;
     unsigned layerMask() const override { return m_mask; }
     std::size_t bytes() const override;
     // Appends that follow straight on from this one's join it.
@@ -65,7 +49,7 @@ private:
     AppendMark m_from;       // where the appended records begin
     AppendMark m_added;      // how many were appended
     TakenRecords m_appended; // the appended records while the step is undone
-    std::vector<LayerFile> m_files; // the other files of the layers
+    std::vector<HomeBefore> m_homes; // the other homes of the layers
     unsigned m_mask = 0;
 };
 
@@ -80,9 +64,9 @@ public:
     bool changesAny() const { return m_changes; }
 
     QString text() const override { return QStringLiteral("Recolour"); }
-    void undo(Editor& editor) override;
-    void redo(Editor& editor) override;
-    bool fits(const Editor& editor, bool done) const override;
+    void undo(MapDocument& doc, float scale) override;
+    void redo(MapDocument& doc, float scale) override;
+    bool fits(const MapDocument& doc, bool done) const override;
     unsigned layerMask() const override { return m_mask; }
     std::size_t bytes() const override;
     bool mergeWith(EditCommand& next) override;

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "document/colorrgb.h"
 #include "document/maprecords.h"
+#include "document/takenrecords.h"
 
 #include <QString>
 
@@ -11,7 +13,14 @@
 
 namespace plotwell {
 
-class Editor;
+class MapDocument;
+
+// Where the record arrays end: what is appended after it is a step's own.
+struct AppendMark {
+    std::size_t lines = 0;
+    std::size_t labels = 0;
+};
+AppendMark appendMark(const MapDocument& doc);
 
 // One undoable step: an edit of the records that has been made, which can be
 // undone and then redone. A step keeps only what the edit changed.
@@ -21,12 +30,13 @@ public:
 
     // What the Edit menu calls it: "Line" gives "Undo Line" and "Redo Line".
     virtual QString text() const = 0;
-    virtual void undo(Editor& editor) = 0;
-    virtual void redo(Editor& editor) = 0;
+    // Points put back are scaled by scale, the view's.
+    virtual void undo(MapDocument& doc, float scale) = 0;
+    virtual void redo(MapDocument& doc, float scale) = 0;
     // Whether the document is as the step left it (done) or as it found it
     // (not done), as far as the step can tell from what it changes. A
     // document changed past the history is not undone into.
-    virtual bool fits(const Editor& editor, bool done) const = 0;
+    virtual bool fits(const MapDocument& doc, bool done) const = 0;
     // A bit (1 << layer) for each layer whose records or file the step changes.
     virtual unsigned layerMask() const = 0;
     // The memory the step holds now.
@@ -42,13 +52,18 @@ private:
     std::array<std::uint64_t, kLayerCount> m_after{};
 };
 
-// The steps that can be undone and redone, oldest first. Qt's QUndoStack is
-// not used: it bounds the number of steps, not their memory, and it knows one
-// clean state for the whole document, where each layer is saved to a file of
-// its own, and a save can write some layers and not others.
+// The steps that can be undone and redone on one document, oldest first.
+// Qt's QUndoStack is not used: it bounds the number of steps, not their
+// memory, and it knows one clean state for the whole document, where each
+// layer is saved to a file of its own, and a save can write some layers and
+// not others.
 class EditHistory {
 public:
     static constexpr std::size_t kDefaultByteLimit = std::size_t(256) << 20;
+
+    explicit EditHistory(MapDocument& doc) : m_doc(doc) {}
+    EditHistory(const EditHistory&) = delete;
+    EditHistory& operator=(const EditHistory&) = delete;
 
     // Whether a step continues a gesture: the steps of one gesture, pushed
     // one after another, make one step, until endGesture.
@@ -59,6 +74,20 @@ public:
     // (Undoing and redoing move records between the document and the steps,
     // and leave the bound to the next step.)
     void push(std::unique_ptr<EditCommand> command, Gesture gesture = Gesture::Ends);
+
+    // Edits made through the document's own operations, recorded as steps:
+    //     const AppendMark mark = appendMark(doc);
+    //     doc.addLine(text, layer, scale); // as many as there are
+    //     history.recordAppended(mark, QStringLiteral("Line"));
+    // Everything appended since mark as one step called what; no step when
+    // nothing was. A step that continues a gesture joins the step before it,
+    // when that one appended just before it under the same name.
+    void recordAppended(AppendMark mark, const QString& what, Gesture gesture = Gesture::Ends);
+    // Records just taken out of the document as one step; none when empty.
+    void recordRemoved(TakenRecords removed, const QString& what);
+    // Gives every selected line and label the colour, as one step when any of
+    // them changes. Steps that continue a gesture on the same records join.
+    void recolorSelection(ColorRGB colour, Gesture gesture = Gesture::Ends);
     // The gesture in progress ended: the next edit is a step of its own.
     void endGesture() { m_open = false; }
     // A gesture is in progress: its next part joins the newest step.
@@ -75,8 +104,9 @@ public:
     // "Undo Line", or "Undo" when there is nothing to undo; likewise "Redo ...".
     QString undoText() const;
     QString redoText() const;
-    void undo(Editor& editor);
-    void redo(Editor& editor);
+    // Points put back are scaled by scale, the view's.
+    void undo(float scale);
+    void redo(float scale);
     // Forgets every step; the document stays as it is.
     void clear();
 
@@ -88,17 +118,17 @@ public:
 
     // A number for what each layer's records and file are: every step that
     // changes a layer gives it a new one, and undoing the step gives the old
-    // one back. A layer is saved while its state is the one marked saved.
+    // one back. A layer is saved while its state is the one its home says
+    // its file holds.
     std::uint64_t layerState(int layer) const { return m_state[std::size_t(layer)]; }
-    bool layerModified(int layer) const { return m_state[std::size_t(layer)] != m_saved[std::size_t(layer)]; }
-    void markSaved(int layer) { m_saved[std::size_t(layer)] = m_state[std::size_t(layer)]; }
-    // The state marked saved, for steps that change which file a layer has.
-    std::uint64_t& savedState(int layer) { return m_saved[std::size_t(layer)]; }
+    bool layerModified(int layer) const;
+    void markSaved(int layer);
 
 private:
     void enter(EditCommand& command, unsigned oldMask);
     void trim();
 
+    MapDocument& m_doc;
     std::deque<std::unique_ptr<EditCommand>> m_steps;
     std::size_t m_index = 0; // steps [0, m_index) are done
     std::size_t m_bytes = 0;
@@ -107,7 +137,6 @@ private:
     int m_editing = 0;
     std::uint64_t m_nextState = 1;
     std::array<std::uint64_t, kLayerCount> m_state{};
-    std::array<std::uint64_t, kLayerCount> m_saved{};
 };
 
 } // namespace plotwell

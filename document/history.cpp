@@ -1,6 +1,11 @@
-#include "editor/history.h"
+#include "document/history.h"
+
+#include "document/editcommands.h"
+#include "document/mapdocument.h"
 
 namespace plotwell {
+
+AppendMark appendMark(const MapDocument& doc) { return {doc.lineCount(), doc.labelCount()}; }
 
 QString EditHistory::undoText() const
 {
@@ -39,6 +44,36 @@ void EditHistory::push(std::unique_ptr<EditCommand> command, Gesture gesture)
     trim();
 }
 
+void EditHistory::recordAppended(AppendMark mark, const QString& what, Gesture gesture)
+{
+    if (m_doc.lineCount() == mark.lines && m_doc.labelCount() == mark.labels)
+        return;
+    push(std::make_unique<RecordsCommand>(what, TakenRecords(), m_doc, mark), gesture);
+}
+
+void EditHistory::recordRemoved(TakenRecords removed, const QString& what)
+{
+    if (removed.empty())
+        return;
+    push(std::make_unique<RecordsCommand>(what, std::move(removed), m_doc, appendMark(m_doc)));
+}
+
+void EditHistory::recolorSelection(ColorRGB colour, Gesture gesture)
+{
+    auto step = std::make_unique<RecolorCommand>(m_doc, colour);
+    if (!step->changesAny())
+        return;
+    step->redo(m_doc, 0);
+    push(std::move(step), gesture);
+}
+
+bool EditHistory::layerModified(int layer) const
+{
+    return m_state[std::size_t(layer)] != m_doc.homes[std::size_t(layer)].savedState;
+}
+
+void EditHistory::markSaved(int layer) { m_doc.homes[std::size_t(layer)].savedState = m_state[std::size_t(layer)]; }
+
 void EditHistory::enter(EditCommand& command, unsigned oldMask)
 {
     const unsigned mask = command.layerMask();
@@ -53,18 +88,18 @@ void EditHistory::enter(EditCommand& command, unsigned oldMask)
     }
 }
 
-void EditHistory::undo(Editor& editor)
+void EditHistory::undo(float scale)
 {
     m_open = false;
     if (!canUndo())
         return;
     EditCommand& command = *m_steps[m_index - 1];
-    if (!command.fits(editor, true)) {
+    if (!command.fits(m_doc, true)) {
         clear();
         return;
     }
     const std::size_t oldBytes = command.bytes();
-    command.undo(editor);
+    command.undo(m_doc, scale);
     m_bytes = m_bytes - oldBytes + command.bytes();
     const unsigned mask = command.layerMask();
     for (std::size_t layer = 0; layer < std::size_t(kLayerCount); ++layer) {
@@ -74,18 +109,18 @@ void EditHistory::undo(Editor& editor)
     --m_index;
 }
 
-void EditHistory::redo(Editor& editor)
+void EditHistory::redo(float scale)
 {
     m_open = false;
     if (!canRedo())
         return;
     EditCommand& command = *m_steps[m_index];
-    if (!command.fits(editor, false)) {
+    if (!command.fits(m_doc, false)) {
         clear();
         return;
     }
     const std::size_t oldBytes = command.bytes();
-    command.redo(editor);
+    command.redo(m_doc, scale);
     m_bytes = m_bytes - oldBytes + command.bytes();
     const unsigned mask = command.layerMask();
     for (std::size_t layer = 0; layer < std::size_t(kLayerCount); ++layer) {

@@ -1,86 +1,66 @@
-#include "editor/editcommands.h"
+#include "document/editcommands.h"
 
-#include "editor/editor.h"
+#include "document/mapdocument.h"
 
 namespace plotwell {
 
-LayerFile layerFileOf(Editor& editor, std::int16_t layer)
-{
-    return {layer, editor.doc.layerFile[layer], editor.layers.captions[layer], editor.layerStamps[layer],
-            editor.history.savedState(layer)};
-}
-
-void swapLayerFile(Editor& editor, LayerFile& other)
-{
-    const std::int16_t n = other.layer;
-    std::swap(editor.doc.layerFile[n], other.path);
-    std::swap(editor.layers.captions[n], other.caption);
-    std::swap(editor.layerStamps[n], other.stamp);
-    std::swap(editor.history.savedState(n), other.savedState);
-}
-
-bool sameFile(const LayerFile& a, const LayerFile& b)
-{
-    return a.path == b.path && a.caption == b.caption && a.stamp == b.stamp;
-}
-
 RecordsCommand::RecordsCommand(QString text, TakenRecords removed, const MapDocument& doc, AppendMark from,
-                               std::vector<LayerFile> files)
+                               std::vector<HomeBefore> homes)
     : m_text(std::move(text)), m_removed(std::move(removed)), m_from(from),
-      m_added{doc.lineCount() - from.lines, doc.labelCount() - from.labels}, m_files(std::move(files))
+      m_added{doc.lineCount() - from.lines, doc.labelCount() - from.labels}, m_homes(std::move(homes))
 {
     m_mask = m_removed.layerMask();
     for (std::size_t i = from.lines; i < doc.lineCount(); ++i)
         m_mask |= 1u << doc.lines()[i].layer;
     for (std::size_t i = from.labels; i < doc.labelCount(); ++i)
         m_mask |= 1u << doc.labels()[i].layer;
-    for (const LayerFile& file : m_files)
-        m_mask |= 1u << file.layer;
+    for (const HomeBefore& before : m_homes)
+        m_mask |= 1u << before.layer;
 }
 
 bool RecordsCommand::changesNothing() const
 {
-    return m_removed.empty() && m_added.lines == 0 && m_added.labels == 0 && m_files.empty();
+    return m_removed.empty() && m_added.lines == 0 && m_added.labels == 0 && m_homes.empty();
 }
 
-void RecordsCommand::undo(Editor& editor)
+void RecordsCommand::undo(MapDocument& doc, float scale)
 {
-    m_appended = editor.doc.takeRecordsFrom(m_from.lines, m_from.labels);
-    editor.doc.putBack(m_removed, editor.view.currentScale);
-    for (LayerFile& file : m_files)
-        swapLayerFile(editor, file);
+    m_appended = doc.takeRecordsFrom(m_from.lines, m_from.labels);
+    doc.putBack(m_removed, scale);
+    for (HomeBefore& before : m_homes)
+        std::swap(doc.homes[std::size_t(before.layer)], before.home);
 }
 
-void RecordsCommand::redo(Editor& editor)
+void RecordsCommand::redo(MapDocument& doc, float scale)
 {
-    editor.doc.takeRecordsAgain(m_removed);
-    editor.doc.putBack(m_appended, editor.view.currentScale);
+    doc.takeRecordsAgain(m_removed);
+    doc.putBack(m_appended, scale);
     m_appended = TakenRecords();
-    for (LayerFile& file : m_files)
-        swapLayerFile(editor, file);
+    for (HomeBefore& before : m_homes)
+        std::swap(doc.homes[std::size_t(before.layer)], before.home);
 }
 
-bool RecordsCommand::fits(const Editor& editor, bool done) const
+bool RecordsCommand::fits(const MapDocument& doc, bool done) const
 {
     // Done, the arrays end with what was appended; not done, they hold what
     // was taken out in place of it.
     const std::size_t lines = done ? m_added.lines : m_removed.lineIndices.size();
     const std::size_t labels = done ? m_added.labels : m_removed.labelIndices.size();
-    return editor.doc.lineCount() == m_from.lines + lines && editor.doc.labelCount() == m_from.labels + labels;
+    return doc.lineCount() == m_from.lines + lines && doc.labelCount() == m_from.labels + labels;
 }
 
 std::size_t RecordsCommand::bytes() const
 {
-    std::size_t total = sizeof(*this) + m_removed.bytes() + m_appended.bytes() + m_files.capacity() * sizeof(LayerFile);
-    for (const LayerFile& file : m_files)
-        total += std::size_t(file.path.capacity() + file.caption.capacity()) * sizeof(QChar);
+    std::size_t total = sizeof(*this) + m_removed.bytes() + m_appended.bytes() + m_homes.capacity() * sizeof(HomeBefore);
+    for (const HomeBefore& before : m_homes)
+        total += std::size_t(before.home.layerFile.capacity() + before.home.caption.capacity()) * sizeof(QChar);
     return total;
 }
 
 bool RecordsCommand::mergeWith(EditCommand& next)
 {
     auto* more = dynamic_cast<RecordsCommand*>(&next);
-    if (!more || more->m_text != m_text || !more->m_removed.empty() || !more->m_files.empty()
+    if (!more || more->m_text != m_text || !more->m_removed.empty() || !more->m_homes.empty()
         || more->m_from.lines != m_from.lines + m_added.lines || more->m_from.labels != m_from.labels + m_added.labels)
         return false;
     m_added.lines += more->m_added.lines;
@@ -106,26 +86,26 @@ RecolorCommand::RecolorCommand(const MapDocument& doc, ColorRGB colour) : m_colo
     note(doc.labels(), m_labels, m_labelColours);
 }
 
-void RecolorCommand::undo(Editor& editor)
+void RecolorCommand::undo(MapDocument& doc, float)
 {
     for (std::size_t k = 0; k < m_lines.size(); ++k)
-        editor.doc.setLineColor(m_lines[k], m_lineColours[k]);
+        doc.setLineColor(m_lines[k], m_lineColours[k]);
     for (std::size_t k = 0; k < m_labels.size(); ++k)
-        editor.doc.setLabelColor(m_labels[k], m_labelColours[k]);
+        doc.setLabelColor(m_labels[k], m_labelColours[k]);
 }
 
-void RecolorCommand::redo(Editor& editor)
+void RecolorCommand::redo(MapDocument& doc, float)
 {
     for (const std::uint32_t i : m_lines)
-        editor.doc.setLineColor(i, m_colour);
+        doc.setLineColor(i, m_colour);
     for (const std::uint32_t i : m_labels)
-        editor.doc.setLabelColor(i, m_colour);
+        doc.setLabelColor(i, m_colour);
 }
 
-bool RecolorCommand::fits(const Editor& editor, bool) const
+bool RecolorCommand::fits(const MapDocument& doc, bool) const
 {
-    return (m_lines.empty() || m_lines.back() < editor.doc.lineCount())
-        && (m_labels.empty() || m_labels.back() < editor.doc.labelCount());
+    return (m_lines.empty() || m_lines.back() < doc.lineCount())
+        && (m_labels.empty() || m_labels.back() < doc.labelCount());
 }
 
 std::size_t RecolorCommand::bytes() const
