@@ -1,4 +1,5 @@
 #include "bench/benches.h"
+#include "editor/mapevents.h"
 #include "bench/nullservices.h"
 #include "tools/deletion.h"
 #include "view/zoom.h"
@@ -20,32 +21,32 @@ int runDrawBench(const QStringList& args)
     const std::size_t loaded = editor.doc.lineCount();
     // The frame each added line asks for is the frame benchmark's business:
     // held here, so that only the tools' own work is timed.
-    editor.holdDrawing = true;
+    editor.tools.state.holdDrawing = true;
 
     QElapsedTimer timer;
-    editor.tools.choose(editor, ToolId::Line);
-    editor.holdDrawing = true;
+    toolIconClicked(editor, ToolId::Line);
+    editor.tools.state.holdDrawing = true;
     timer.start();
     for (int i = 0; i <= kRecords; ++i)
-        editor.tools.press(editor, kLeftButton, {float(i % 97) * 40, float(i % 89) * 40});
+        mapMouseDown(editor, kLeftButton, {float(i % 97) * 40, float(i % 89) * 40});
     const double lineUs = double(timer.nsecsElapsed()) / 1e3 / kRecords;
 
-    editor.tools.choose(editor, ToolId::Freehand);
+    toolIconClicked(editor, ToolId::Freehand);
     timer.start();
     for (int i = 1; i <= kRecords + 1; ++i) {
         // Steps of 40 world units, each far enough to add a line.
-        editor.tools.move(editor, kLeftButton, {float(i) * 40, 2000 + float(i % 2) * 40});
-        editor.holdDrawing = true;
+        mapMouseMove(editor, kLeftButton, {float(i) * 40, 2000 + float(i % 2) * 40});
+        editor.tools.state.holdDrawing = true;
     }
     const double freehandUs = double(timer.nsecsElapsed()) / 1e3 / kRecords;
-    editor.tools.release(editor);
+    mapMouseUp(editor);
     const std::size_t added = editor.doc.lineCount() - loaded;
 
     for (std::size_t i = 0; i < editor.doc.lineCount(); i += 10)
         editor.doc.setLineSelected(i, true);
     const std::size_t before = editor.doc.lineCount();
     timer.start();
-    deleteKey(editor, 0);
+    deleteKey(editor.toolContext(), 0);
     const double deleteMs = double(timer.nsecsElapsed()) / 1e6;
 
     std::printf("lines: %zu\nlines_added: %zu\n", loaded, added);

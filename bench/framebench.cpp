@@ -1,4 +1,5 @@
 #include "bench/benches.h"
+#include "editor/mapevents.h"
 #include "bench/nullservices.h"
 #include "document/ansitext.h"
 #include "editor/drawlines.h"
@@ -204,9 +205,9 @@ int runFrameBench(const QStringList& args)
             editor.doc.setLineSelected(i, selected);
     };
     // Drag steps of 10 pixels with the Pan tool, to and fro.
-    editor.tools.choose(editor, ToolId::Pan);
+    toolIconClicked(editor, ToolId::Pan);
     const SurfacePoint grip{editor.view.mapWidth / 2, editor.view.mapHeight / 2};
-    editor.tools.press(editor, kLeftButton, grip);
+    mapMouseDown(editor, kLeftButton, grip);
     bool dragRight = true;
     bool markerRight = false;
     const std::vector<std::function<void()>> frames = {
@@ -225,12 +226,12 @@ int runFrameBench(const QStringList& args)
         [&] {
             const float x = grip.x + (dragRight ? 150.0f : 0.0f);
             dragRight = !dragRight;
-            editor.tools.move(editor, kLeftButton, {x, grip.y});
+            mapMouseMove(editor, kLeftButton, {x, grip.y});
             drawLines(editor, false);
         },
         [&] { // a crosshair mark: the frame, the location printed beside the mark
-            editor.tools.crosshair().press(editor, grip);
-            editor.holdDrawing = false;
+            editor.tools.crosshair().press(editor.toolContext(), grip);
+            editor.tools.state.holdDrawing = false;
         },
         [&] { floor.draw(true); },
         [&] { // the player's marker moved by the game's log, the map standing still

@@ -1,4 +1,5 @@
 #include "bench/benches.h"
+#include "editor/mapevents.h"
 #include "bench/nullservices.h"
 #include "editor/edits.h"
 #include "tools/deletion.h"
@@ -24,28 +25,28 @@ int runHistoryBench(const QStringList& args)
 
     // The frames the tools ask for are the frame benchmark's business.
     QElapsedTimer timer;
-    editor.tools.choose(editor, ToolId::Line);
-    editor.holdDrawing = true;
-    editor.tools.press(editor, kLeftButton, {0, 0});
+    toolIconClicked(editor, ToolId::Line);
+    editor.tools.state.holdDrawing = true;
+    mapMouseDown(editor, kLeftButton, {0, 0});
     timer.start();
     for (int i = 1; i <= kRecords; ++i)
-        editor.tools.press(editor, kLeftButton, {float(i % 97) * 40, float(i % 89) * 40});
+        mapMouseDown(editor, kLeftButton, {float(i % 97) * 40, float(i % 89) * 40});
     const double lineUs = double(timer.nsecsElapsed()) / 1e3 / kRecords;
-    editor.tools.choose(editor, ToolId::Freehand);
-    editor.holdDrawing = true;
-    editor.tools.move(editor, kLeftButton, {40, 2000});
+    toolIconClicked(editor, ToolId::Freehand);
+    editor.tools.state.holdDrawing = true;
+    mapMouseMove(editor, kLeftButton, {40, 2000});
     timer.start();
     for (int i = 2; i <= kRecords + 1; ++i)
-        editor.tools.move(editor, kLeftButton, {float(i) * 40, 2000 + float(i % 2) * 40});
+        mapMouseMove(editor, kLeftButton, {float(i) * 40, 2000 + float(i % 2) * 40});
     const double freehandUs = double(timer.nsecsElapsed()) / 1e3 / kRecords;
-    editor.tools.release(editor);
+    mapMouseUp(editor);
 
     for (std::size_t i = 0; i < editor.doc.lineCount(); i += 10)
         editor.doc.setLineSelected(i, true);
     const std::size_t before = editor.doc.lineCount();
     const std::size_t bytesBefore = editor.history.bytes();
     timer.start();
-    deleteKey(editor, 0);
+    deleteKey(editor.toolContext(), 0);
     const double deleteMs = double(timer.nsecsElapsed()) / 1e6;
     const std::size_t deleted = before - editor.doc.lineCount();
     const double bytesPerLine = double(editor.history.bytes() - bytesBefore) / double(std::max<std::size_t>(deleted, 1));

@@ -8,7 +8,7 @@ namespace plotwell {
 
 void drawLines(Editor& editor, bool noSelected)
 {
-    if (editor.holdDrawing)
+    if (editor.tools.state.holdDrawing)
         return;
     DrawingSurface& surface = editor.services.surface;
     editor.selection.box.border = selectBoxColor(surface.backColor());

@@ -35,6 +35,9 @@ class Editor {
 public:
     explicit Editor(const Services& services);
 
+    // What the tools reach of the editor, for one event handed to them.
+    ToolContext toolContext();
+
     Services services;
 
     MapDocument doc;
@@ -54,16 +57,12 @@ public:
     // The last picture of the map drawn, from which frames are composed.
     MapPicture picture;
 
-    // While set, a frame draws nothing, so that what a tool drew straight on
-    // the surface (the crosshair's text, the rubber band) stays.
-    bool holdDrawing = false;
     // Something a frame shows may have changed since the last frame drawn;
     // the window sets it for every event it hands over.
     bool frameDirty = true;
     // Pending events wait until the load under way is recorded as a step
     // (see letEventsRun).
     bool eventsWaiting = false;
-    MapCursor mapCursor = MapCursor::Arrow;
 
     // Gives the keyboard focus to the map surface; set by the window.
     std::function<void()> focusMap = [] {};

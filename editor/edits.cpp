@@ -16,7 +16,7 @@ void letEventsRun(Editor& editor)
 
 void releaseHeldFrame(Editor& editor)
 {
-    editor.holdDrawing = false;
+    editor.tools.state.holdDrawing = false;
     editor.frameDirty = true;
 }
 

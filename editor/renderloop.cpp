@@ -13,7 +13,7 @@ bool RenderLoop::tick(Editor& editor)
         advanceFlash(editor.display);
     const bool flashing = editor.display.flashChecked && editor.doc.hasSelection();
     // A held frame keeps a scrolled picture as it is.
-    const bool settling = editor.picture.settling() && !editor.holdDrawing;
+    const bool settling = editor.picture.settling() && !editor.tools.state.holdDrawing;
     if (m_drawnOnce && !editor.frameDirty && !flashing && !settling)
         return false;
     drawLines(editor, false);

@@ -19,16 +19,17 @@ void fitContentToScreen(Editor& editor)
     view.zoomAnchor = {view.mapWidth / 2, view.mapHeight / 2};
     letEventsRun(editor);
     setCurrentScale(view, editor.doc, fittingScale(view, editor.doc));
-    editor.holdDrawing = false;
+    editor.tools.state.holdDrawing = false;
 }
 
 void mapKeyDown(Editor& editor, int keyCode, int shift)
 {
     keyFlagsDown(editor.keys, keyCode, shift);
     viewKeyDown(editor.view, editor.doc, keyCode, shift);
+    const ToolContext context = editor.toolContext();
     if (keyCode == Key::Delete)
-        deleteKey(editor, shift);
-    editor.tools.key(editor, keyCode, shift);
+        deleteKey(context, shift);
+    editor.tools.key(context, keyCode, shift);
     drawLines(editor);
 }
 

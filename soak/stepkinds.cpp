@@ -1,4 +1,5 @@
 #include "soak/stepkinds.h"
+#include "editor/mapevents.h"
 
 #include "editor/displayhandlers.h"
 #include "editor/edits.h"
@@ -71,7 +72,7 @@ Step makePress(Generator& g)
 void runPress(World& w, const Step& s)
 {
     answerWith(w, s);
-    w.editor.tools.press(w.editor, s.whole(0), {s.single(1), s.single(2)});
+    mapMouseDown(w.editor, s.whole(0), {s.single(1), s.single(2)});
 }
 
 Step makeMove(Generator& g)
@@ -80,11 +81,11 @@ Step makeMove(Generator& g)
     return make("move", {double(g.heldButtons()), p.x, p.y});
 }
 
-void runMove(World& w, const Step& s) { w.editor.tools.move(w.editor, s.whole(0), {s.single(1), s.single(2)}); }
+void runMove(World& w, const Step& s) { mapMouseMove(w.editor, s.whole(0), {s.single(1), s.single(2)}); }
 
 Step makeRelease(Generator& g) { return make("release", {double(g.pressButton())}); }
 
-void runRelease(World& w, const Step&) { w.editor.tools.release(w.editor); }
+void runRelease(World& w, const Step&) { mapMouseUp(w.editor); }
 
 int keyCode(Generator& g)
 {
@@ -148,7 +149,7 @@ void runWheel(World& w, const Step& s) { onMouseWheel(w.editor, s.whole(0)); }
 
 Step makeTool(Generator& g) { return make("tool", {double(g.rng.below(kToolCount))}); }
 
-void runTool(World& w, const Step& s) { w.editor.tools.choose(w.editor, ToolId(((s.whole(0) % kToolCount) + kToolCount) % kToolCount)); }
+void runTool(World& w, const Step& s) { toolIconClicked(w.editor, ToolId(((s.whole(0) % kToolCount) + kToolCount) % kToolCount)); }
 
 Step makeZoomStrip(Generator& g)
 {
@@ -304,7 +305,7 @@ void runCaptionEnter(World& w, const Step& s)
 {
     // Enter reaches the box only while it is shown.
     if (w.editor.tools.label().captionBox().visible)
-        w.editor.tools.label().commitCaption(w.editor, s.text(0));
+        captionEntered(w.editor, s.text(0));
 }
 
 Step makeCaptionEscape(Generator&) { return make("caption_escape"); }
@@ -348,13 +349,13 @@ Step makeIntersect(Generator& g)
     g.plan(make("intersect"));
     return make("tool", {double(ToolId::Pointer)});
 }
-void runIntersect(World& w, const Step&) { plotIntersection(w.editor); }
+void runIntersect(World& w, const Step&) { plotIntersection(w.editor.toolContext()); }
 
 Step makeFindLabel(Generator& g) { return make("find_label", {}, {g.keyword()}); }
 void runFindLabel(World& w, const Step& s)
 {
     answerWith(w, s);
-    findLabels(w.editor);
+    findLabels(w.editor.toolContext());
 }
 
 // The progress report of a load at which the window's end timer fires, as it

@@ -2,8 +2,6 @@
 
 #include "document/ansitext.h"
 #include "document/numbertext.h"
-#include "editor/drawlines.h"
-#include "editor/editor.h"
 #include "view/viewcontrol.h"
 
 #include <cmath>
@@ -11,36 +9,36 @@
 
 namespace plotwell {
 
-void CrosshairTool::press(Editor& editor, SurfacePoint p)
+void CrosshairTool::press(const ToolContext& context, SurfacePoint p)
 {
     // A fresh frame without any earlier mark or band.
-    editor.holdDrawing = false;
-    drawLines(editor);
+    context.state.holdDrawing = false;
+    context.drawFrame();
     m_lines = {true, p.x, p.y};
 
     // The read-out's text, printed beside the point and copied; the surface
     // keeps the red bold pen afterwards.
-    const QString loc = editor.view.readout.loc;
-    DrawingSurface& surface = editor.services.surface;
+    const QString loc = context.view.readout.loc;
+    DrawingSurface& surface = context.surface;
     surface.setPenColor(kRed);
     surface.setFont(12, true);
     surface.setTextPosition(p.x + 20, p.y - 300);
     surface.print(toAnsi(loc));
     surface.refresh();
-    editor.services.clipboard.setText(loc);
+    context.clipboard.setText(loc);
 
     // The render loop leaves the printed text and the map as they are.
-    editor.holdDrawing = true;
-    m_mark = toWorld(editor.view, p);
+    context.state.holdDrawing = true;
+    m_mark = toWorld(context.view, p);
 }
 
-void CrosshairTool::rightPress(Editor& editor)
+void CrosshairTool::rightPress(const ToolContext& context)
 {
-    const QString answer = editor.services.dialogs.prompt(shiftPrompt(), QString(), QString());
-    shiftMarkToLoc(editor, m_mark, answer);
+    const QString answer = context.dialogs.prompt(shiftPrompt(), QString(), QString());
+    shiftMarkToLoc(context, m_mark, answer);
 }
 
-void shiftMarkToLoc(Editor& editor, const MapPoint& mark, const QString& answer)
+void shiftMarkToLoc(const ToolContext& context, const MapPoint& mark, const QString& answer)
 {
     const int comma = answer.indexOf(QLatin1Char(','));
     if (comma < 0)
@@ -53,14 +51,14 @@ void shiftMarkToLoc(Editor& editor, const MapPoint& mark, const QString& answer)
         return;
     // The typed location comes to lie where the mark is shown now: the mark
     // stands at mark * s + offset, the location will stand at loc * s + offset'.
-    const double s = editor.view.currentScale;
+    const double s = context.view.currentScale;
     const double dx = (double(mark.x) - x) * s;
     const double dy = (double(mark.y) - y) * s;
     const auto fits = [kMax](double v) { return std::fabs(v) <= kMax; };
     // A view the offsets cannot hold is refused, as is a location a single cannot.
-    if (!fits(dx) || !fits(dy) || !fits(editor.view.offsetX + dx) || !fits(editor.view.offsetY + dy))
+    if (!fits(dx) || !fits(dy) || !fits(context.view.offsetX + dx) || !fits(context.view.offsetY + dy))
         return;
-    adjustOffset(editor.view, float(dx), float(dy));
+    adjustOffset(context.view, float(dx), float(dy));
 }
 
 } // namespace plotwell

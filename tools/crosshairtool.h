@@ -23,11 +23,11 @@ class CrosshairTool : public Tool {
 public:
     static QString shiftPrompt() { return QStringLiteral("Shift this point to what loc?"); }
 
-    void press(Editor& editor, SurfacePoint p) override;
-    void deactivate(Editor&) override { hideLines(); }
+    void press(const ToolContext& context, SurfacePoint p) override;
+    void deactivate(const ToolContext&) override { hideLines(); }
 
     // The right press: the shift prompt, its answer to shiftMarkToLoc.
-    void rightPress(Editor& editor);
+    void rightPress(const ToolContext& context);
     void hideLines() { m_lines.visible = false; }
 
     const CrosshairLines& lines() const { return m_lines; }
@@ -42,6 +42,6 @@ private:
 // Shifts the view so that the typed location comes to lie where the mark is
 // shown. The answer is read like the location read-out, "-y , -x"; an answer
 // without a comma, or with a value beyond what a single holds, changes nothing.
-void shiftMarkToLoc(Editor& editor, const MapPoint& mark, const QString& answer);
+void shiftMarkToLoc(const ToolContext& context, const MapPoint& mark, const QString& answer);
 
 } // namespace plotwell

@@ -1,8 +1,5 @@
 #include "tools/deletion.h"
 
-#include "editor/drawlines.h"
-#include "editor/editor.h"
-#include "editor/edits.h"
 
 namespace plotwell {
 
@@ -12,38 +9,38 @@ const QString kDelete = QStringLiteral("Delete");
 
 } // namespace
 
-bool deleteSelected(Editor& editor)
+bool deleteSelected(const ToolContext& context)
 {
-    TakenRecords removed = editor.doc.takeRecordsWhere([](std::int16_t, bool selected) { return selected; });
+    TakenRecords removed = context.doc.takeRecordsWhere([](std::int16_t, bool selected) { return selected; });
     const bool any = !removed.empty();
-    editor.history.recordRemoved(std::move(removed), kDelete);
+    context.history.recordRemoved(std::move(removed), kDelete);
     return any;
 }
 
-void removeLastLine(Editor& editor)
+void removeLastLine(const ToolContext& context)
 {
-    MapDocument& doc = editor.doc;
+    MapDocument& doc = context.doc;
     if (doc.lineCount() > 0)
-        editor.history.recordRemoved(doc.takeRecordsFrom(doc.lineCount() - 1, doc.labelCount()), kDelete);
-    drawLines(editor);
+        context.history.recordRemoved(doc.takeRecordsFrom(doc.lineCount() - 1, doc.labelCount()), kDelete);
+    context.drawFrame();
 }
 
-void removeLastLabel(Editor& editor)
+void removeLastLabel(const ToolContext& context)
 {
-    MapDocument& doc = editor.doc;
+    MapDocument& doc = context.doc;
     if (doc.labelCount() > 0)
-        editor.history.recordRemoved(doc.takeRecordsFrom(doc.lineCount(), doc.labelCount() - 1), kDelete);
-    drawLines(editor);
+        context.history.recordRemoved(doc.takeRecordsFrom(doc.lineCount(), doc.labelCount() - 1), kDelete);
+    context.drawFrame();
 }
 
-void deleteKey(Editor& editor, int shift)
+void deleteKey(const ToolContext& context, int shift)
 {
-    if (deleteSelected(editor))
+    if (deleteSelected(context))
         return;
     if (shift == kShiftMask)
-        removeLastLabel(editor);
+        removeLastLabel(context);
     else
-        removeLastLine(editor);
+        removeLastLine(context);
 }
 
 } // namespace plotwell

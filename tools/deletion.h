@@ -1,20 +1,18 @@
 #pragma once
 
-#include "document/mapdocument.h"
+#include "tools/toolcontext.h"
 
 namespace plotwell {
 
-class Editor;
-
 // Removes every selected line and label, as one step; the others keep their
 // order. True when anything was removed.
-bool deleteSelected(Editor& editor);
+bool deleteSelected(const ToolContext& context);
 // Drop the line or label appended last, of whatever layer, as a step, and
 // redraw; an empty array stays empty.
-void removeLastLine(Editor& editor);
-void removeLastLabel(Editor& editor);
+void removeLastLine(const ToolContext& context);
+void removeLastLabel(const ToolContext& context);
 // Delete on the map: the selection, or when nothing is selected the last
 // label with Shift alone, else the last line.
-void deleteKey(Editor& editor, int shift);
+void deleteKey(const ToolContext& context, int shift);
 
 } // namespace plotwell

@@ -1,9 +1,6 @@
 #include "tools/drawingtools.h"
 
 #include "document/ansitext.h"
-#include "editor/drawlines.h"
-#include "editor/edits.h"
-#include "editor/editor.h"
 #include "tools/recordtext.h"
 #include "view/viewkeys.h"
 #include "view/zoom.h"
@@ -12,75 +9,75 @@ namespace plotwell {
 namespace {
 
 // New records go to the active layer: layer 0 asks for it.
-void appendLine(Editor& editor, const MapPoint& a, const MapPoint& b)
+void appendLine(const ToolContext& context, const MapPoint& a, const MapPoint& b)
 {
     std::int16_t layer = 0;
     // The text holds every field and valid colour bytes, so it always converts.
-    editor.doc.addLine(lineRecordText(a, b, editor.view.currentZ, editor.palette.activeColor), layer,
-                       editor.view.currentScale);
+    context.doc.addLine(lineRecordText(a, b, context.view.currentZ, context.activeColor), layer,
+                       context.view.currentScale);
 }
 
 } // namespace
 
-void LineTool::press(Editor& editor, SurfacePoint p)
+void LineTool::press(const ToolContext& context, SurfacePoint p)
 {
     m_inProgress = !m_inProgress;
     if (m_inProgress) {
         m_start = p; // the first click only starts the chain
         return;
     }
-    const AppendMark mark = appendMark(editor.doc);
-    appendLine(editor, toWorld(editor.view, m_start), toWorld(editor.view, p));
-    editor.history.recordAppended(mark, QStringLiteral("Line"));
-    drawLines(editor);
+    const AppendMark mark = appendMark(context.doc);
+    appendLine(context, toWorld(context.view, m_start), toWorld(context.view, p));
+    context.history.recordAppended(mark, QStringLiteral("Line"));
+    context.drawFrame();
     m_start = p;
     m_inProgress = true;
 }
 
-void LineTool::move(Editor& editor, int buttons, SurfacePoint p)
+void LineTool::move(const ToolContext& context, int buttons, SurfacePoint p)
 {
     if (buttons != 0 || !m_inProgress)
         return;
     // The band is drawn over a fresh frame in whatever colour the frame left
     // the pen, and the frame is held so that the render loop keeps it.
-    DrawingSurface& surface = editor.services.surface;
+    DrawingSurface& surface = context.surface;
     surface.clear();
-    drawLines(editor);
+    context.drawFrame();
     surface.line(m_start.x, m_start.y, p.x, p.y);
     surface.refresh();
-    editor.holdDrawing = true;
+    context.state.holdDrawing = true;
 }
 
-void LineTool::key(Editor&, int keyCode, int)
+void LineTool::key(const ToolContext&, int keyCode, int)
 {
     if (keyCode == Key::Escape)
         m_inProgress = false;
 }
 
-void FreehandTool::move(Editor& editor, int buttons, SurfacePoint p)
+void FreehandTool::move(const ToolContext& context, int buttons, SurfacePoint p)
 {
     if (buttons != kLeftButton)
         return;
-    const MapPoint here = toWorld(editor.view, p);
+    const MapPoint here = toWorld(context.view, p);
     // A point with x or y exactly 0 counts as no point: no line starts there.
     if (m_last.x != 0 && m_last.y != 0) {
         if (pointDistance(m_last, here) < kMinStep)
             return;
         // The lines of one stroke, from press to release, are one step.
-        const AppendMark mark = appendMark(editor.doc);
-        appendLine(editor, m_last, here);
-        editor.history.recordAppended(mark, QStringLiteral("Freehand"), EditHistory::Gesture::Continues);
+        const AppendMark mark = appendMark(context.doc);
+        appendLine(context, m_last, here);
+        context.history.recordAppended(mark, QStringLiteral("Freehand"), EditHistory::Gesture::Continues);
     }
     m_last = here;
 }
 
-void FreehandTool::release(Editor& editor)
+void FreehandTool::release(const ToolContext& context)
 {
     m_last = MapPoint();
-    editor.history.endGesture();
+    context.history.endGesture();
 }
 
-void LabelTool::press(Editor&, SurfacePoint p)
+void LabelTool::press(const ToolContext&, SurfacePoint p)
 {
     m_box.left = p.x;
     m_box.top = p.y;
@@ -97,10 +94,10 @@ QString LabelTool::firstLine(const QString& text)
     return text;
 }
 
-void LabelTool::commitCaption(Editor& editor, const QString& typed)
+void LabelTool::commitCaption(const ToolContext& context, const QString& typed)
 {
     // Anchored where the box was opened.
-    const MapPoint at = toWorld(editor.view, m_box.left, m_box.top);
+    const MapPoint at = toWorld(context.view, m_box.left, m_box.top);
     m_box.visible = false;
     const QString text = firstLine(typed);
     if (text.isEmpty() || text.toLower() == newLabelText().toLower())
@@ -108,10 +105,10 @@ void LabelTool::commitCaption(Editor& editor, const QString& typed)
     // Characters the map file's code page cannot hold become "?".
     const std::string bytes = toLabelText(toAnsi(text));
     std::int16_t layer = 0;
-    const AppendMark mark = appendMark(editor.doc);
-    editor.doc.addLabel(labelRecordText(at, editor.view.currentZ, editor.palette.activeColor, bytes), layer,
-                        editor.view.currentScale);
-    editor.history.recordAppended(mark, QStringLiteral("Label"));
+    const AppendMark mark = appendMark(context.doc);
+    context.doc.addLabel(labelRecordText(at, context.view.currentZ, context.activeColor, bytes), layer,
+                        context.view.currentScale);
+    context.history.recordAppended(mark, QStringLiteral("Label"));
 }
 
 } // namespace plotwell

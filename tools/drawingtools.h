@@ -11,9 +11,9 @@ namespace plotwell {
 // is open, the pointer drags a rubber band from the last click.
 class LineTool : public Tool {
 public:
-    void press(Editor& editor, SurfacePoint p) override;
-    void move(Editor& editor, int buttons, SurfacePoint p) override;
-    void key(Editor& editor, int keyCode, int shift) override;
+    void press(const ToolContext& context, SurfacePoint p) override;
+    void move(const ToolContext& context, int buttons, SurfacePoint p) override;
+    void key(const ToolContext& context, int keyCode, int shift) override;
 
     bool lineInProgress() const { return m_inProgress; }
 
@@ -28,9 +28,9 @@ class FreehandTool : public Tool {
 public:
     static constexpr float kMinStep = 30;
 
-    void move(Editor& editor, int buttons, SurfacePoint p) override;
+    void move(const ToolContext& context, int buttons, SurfacePoint p) override;
     // Ends the stroke, and with it the step its lines make.
-    void release(Editor& editor) override;
+    void release(const ToolContext& context) override;
 
 private:
     MapPoint m_last; // the last point of the stroke; (0, 0) when it has none
@@ -52,13 +52,13 @@ public:
     // The text the box opens with, all of it selected so that typing replaces it.
     static QString newLabelText() { return QStringLiteral("(New Label)"); }
 
-    void press(Editor& editor, SurfacePoint p) override;
+    void press(const ToolContext& context, SurfacePoint p) override;
 
     const CaptionBox& captionBox() const { return m_box; }
     // Enter in the box: a label with the typed text, unless it is empty or
     // still reads "(New Label)" in any case. The box holds one line: of a
     // text pasted with line breaks it keeps what comes before the first.
-    void commitCaption(Editor& editor, const QString& text);
+    void commitCaption(const ToolContext& context, const QString& text);
     // What a single-line box keeps of a text: all before its first line break.
     static QString firstLine(const QString& text);
     // Escape in the box.

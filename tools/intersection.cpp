@@ -1,8 +1,6 @@
 #include "tools/intersection.h"
 
 #include "document/ansitext.h"
-#include "editor/editor.h"
-#include "editor/edits.h"
 #include "tools/recordtext.h"
 
 #include <cmath>
@@ -31,9 +29,9 @@ MapPoint intersectLines(MapPoint a1, MapPoint a2, MapPoint b1, MapPoint b2)
     return result;
 }
 
-void plotIntersection(Editor& editor)
+void plotIntersection(const ToolContext& context)
 {
-    const auto& lines = editor.doc.lines();
+    const auto& lines = context.doc.lines();
     std::size_t count = 0;
     MapLine a, b;
     for (const MapLine& line : lines) {
@@ -45,7 +43,7 @@ void plotIntersection(Editor& editor)
             b = line;
         ++count;
     }
-    Dialogs& dialogs = editor.services.dialogs;
+    Dialogs& dialogs = context.dialogs;
     if (count != 2) {
         dialogs.message(
             QStringLiteral("This function only works when you have exactly two lines selected, not %1").arg(count));
@@ -59,28 +57,28 @@ void plotIntersection(Editor& editor)
     }
     // Each line is extended from its end nearer the crossing; on a tie, from
     // its second end. The two new lines are one step.
-    const AppendMark mark = appendMark(editor.doc);
+    const AppendMark mark = appendMark(context.doc);
     for (const MapLine* line : {&a, &b}) {
         const MapPoint& from = pointDistance(line->p1, at) < pointDistance(line->p2, at) ? line->p1 : line->p2;
         std::int16_t layer = 0;
-        editor.doc.addLine(lineRecordText(from, at, editor.view.currentZ, editor.palette.activeColor), layer,
-                           editor.view.currentScale);
+        context.doc.addLine(lineRecordText(from, at, context.view.currentZ, context.activeColor), layer,
+                           context.view.currentScale);
     }
-    editor.history.recordAppended(mark, QStringLiteral("Plot Intersection"));
+    context.history.recordAppended(mark, QStringLiteral("Plot Intersection"));
 }
 
-void findLabels(Editor& editor)
+void findLabels(const ToolContext& context)
 {
-    const QString answer = editor.services.dialogs.prompt(QStringLiteral("Enter keyword to search for"), QString(),
+    const QString answer = context.dialogs.prompt(QStringLiteral("Enter keyword to search for"), QString(),
                                                           QStringLiteral("bank"));
     if (answer.isEmpty())
         return;
     // The text is searched as stored, with its blanks as underscores.
     const QString keyword = answer.toLower();
-    const auto& labels = editor.doc.labels();
+    const auto& labels = context.doc.labels();
     for (std::size_t i = 0; i < labels.size(); ++i) {
         if (fromAnsi(labels[i].text).toLower().contains(keyword))
-            editor.doc.setLabelSelected(i, true);
+            context.doc.setLabelSelected(i, true);
     }
 }
 

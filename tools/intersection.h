@@ -1,10 +1,9 @@
 #pragma once
 
 #include "document/maprecords.h"
+#include "tools/toolcontext.h"
 
 namespace plotwell {
-
-class Editor;
 
 // The crossing point of the infinite lines through a1, a2 and through b1, b2,
 // in single precision; (-1, -1) when they are parallel. A vertical line is
@@ -15,10 +14,10 @@ MapPoint intersectLines(MapPoint a1, MapPoint a2, MapPoint b1, MapPoint b2);
 // ends to the point where they meet, as two new lines on the active layer in
 // the active colour at the current Z. Tells the user when not exactly two
 // lines are selected or when the lines do not meet.
-void plotIntersection(Editor& editor);
+void plotIntersection(const ToolContext& context);
 
 // Tools > Find Label by Keyword: selects every label of any layer whose text
 // holds the keyword, in any case; earlier selections stay.
-void findLabels(Editor& editor);
+void findLabels(const ToolContext& context);
 
 } // namespace plotwell

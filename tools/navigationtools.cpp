@@ -1,6 +1,5 @@
 #include "tools/navigationtools.h"
 
-#include "editor/editor.h"
 #include "view/viewcontrol.h"
 #include "view/zoom.h"
 
@@ -10,51 +9,51 @@ namespace {
 // A click toggles what is under the pointer and clears the selection when it
 // hits nothing; with Ctrl held it leaves the selection alone, so that a
 // rectangle dragged then adds to it.
-void clickSelect(Editor& editor, SurfacePoint p)
+void clickSelect(const ToolContext& context, SurfacePoint p)
 {
-    if (editor.keys.ctrlKeyDown)
+    if (context.keys.ctrlKeyDown)
         return;
-    if (!editor.selection.hitTestAt(editor.doc, editor.view, editor.display, p.x, p.y, editor.view.currentZ, true))
-        editor.doc.clearSelection();
+    if (!context.selection.hitTestAt(context.doc, context.view, context.display, p.x, p.y, context.view.currentZ, true))
+        context.doc.clearSelection();
 }
 
 } // namespace
 
-void PointerTool::press(Editor& editor, SurfacePoint p) { clickSelect(editor, p); }
+void PointerTool::press(const ToolContext& context, SurfacePoint p) { clickSelect(context, p); }
 
-void PointerTool::move(Editor& editor, int buttons, SurfacePoint p)
+void PointerTool::move(const ToolContext& context, int buttons, SurfacePoint p)
 {
     // A drag selects along its path and deselects nothing.
     if (buttons == kLeftButton)
-        editor.selection.hitTestAt(editor.doc, editor.view, editor.display, p.x, p.y, editor.view.currentZ, false);
+        context.selection.hitTestAt(context.doc, context.view, context.display, p.x, p.y, context.view.currentZ, false);
 }
 
-void SelectTool::press(Editor& editor, SurfacePoint p) { clickSelect(editor, p); }
+void SelectTool::press(const ToolContext& context, SurfacePoint p) { clickSelect(context, p); }
 
-void SelectTool::move(Editor& editor, int buttons, SurfacePoint p)
+void SelectTool::move(const ToolContext& context, int buttons, SurfacePoint p)
 {
     // The rectangle starts where the press was.
     if (buttons == kLeftButton)
-        editor.selection.showSelectBox(editor.view.zoomAnchor, p);
+        context.selection.showSelectBox(context.view.zoomAnchor, p);
 }
 
-void SelectTool::release(Editor& editor)
+void SelectTool::release(const ToolContext& context)
 {
-    SelectBox& box = editor.selection.box;
+    SelectBox& box = context.selection.box;
     if (!box.visible)
         return;
-    editor.selection.selectInBox(editor.doc, editor.view, editor.display);
+    context.selection.selectInBox(context.doc, context.view, context.display);
     box.visible = false;
 }
 
-void PanTool::press(Editor&, SurfacePoint p) { m_anchor = p; }
+void PanTool::press(const ToolContext&, SurfacePoint p) { m_anchor = p; }
 
-void PanTool::move(Editor& editor, int buttons, SurfacePoint p)
+void PanTool::move(const ToolContext& context, int buttons, SurfacePoint p)
 {
     if (buttons != kLeftButton)
         return;
     // The render loop shows the moved view.
-    if (!adjustOffset(editor.view, p.x - m_anchor.x, p.y - m_anchor.y))
+    if (!adjustOffset(context.view, p.x - m_anchor.x, p.y - m_anchor.y))
         return;
     m_anchor = p;
 }

@@ -8,24 +8,24 @@ namespace plotwell {
 // hits nothing); a drag selects everything it passes over.
 class PointerTool : public Tool {
 public:
-    void press(Editor& editor, SurfacePoint p) override;
-    void move(Editor& editor, int buttons, SurfacePoint p) override;
+    void press(const ToolContext& context, SurfacePoint p) override;
+    void move(const ToolContext& context, int buttons, SurfacePoint p) override;
 };
 
 // Select: a click as the Pointer; a drag shows the selection rectangle, which
 // selects what lies in it when the button is released.
 class SelectTool : public Tool {
 public:
-    void press(Editor& editor, SurfacePoint p) override;
-    void move(Editor& editor, int buttons, SurfacePoint p) override;
-    void release(Editor& editor) override;
+    void press(const ToolContext& context, SurfacePoint p) override;
+    void move(const ToolContext& context, int buttons, SurfacePoint p) override;
+    void release(const ToolContext& context) override;
 };
 
 // Pan: a drag moves the view with the pointer.
 class PanTool : public Tool {
 public:
-    void press(Editor& editor, SurfacePoint p) override;
-    void move(Editor& editor, int buttons, SurfacePoint p) override;
+    void press(const ToolContext& context, SurfacePoint p) override;
+    void move(const ToolContext& context, int buttons, SurfacePoint p) override;
     MapCursor cursor() const override { return MapCursor::Move; }
 
     SurfacePoint anchor() const { return m_anchor; }

@@ -1,21 +1,17 @@
 #pragma once
 
+#include "tools/toolcontext.h"
 #include "view/view.h"
 
 #include <cstdint>
 
 namespace plotwell {
 
-class Editor;
-
 // The seven tools, by their icon's index in the palette.
 enum class ToolId : std::int16_t { Pointer = 0, Pan, Select, Line, Freehand, Label, Crosshair };
 constexpr int kToolCount = 7;
 constexpr ToolId kAllTools[kToolCount] = {ToolId::Pointer, ToolId::Pan,   ToolId::Select,   ToolId::Line,
                                           ToolId::Freehand, ToolId::Label, ToolId::Crosshair};
-
-// The map's mouse pointer.
-enum class MapCursor { Arrow, Move };
 
 // One editing tool. The dispatcher applies the rules common to all tools
 // (the right button pans in every tool, the zoom anchor, holding the frame,
@@ -25,17 +21,17 @@ public:
     virtual ~Tool() = default;
 
     // Another tool was chosen from the palette.
-    virtual void deactivate(Editor&) {}
+    virtual void deactivate(const ToolContext&) {}
     // A left press at p, or a right press that pans.
-    virtual void press(Editor&, SurfacePoint) {}
+    virtual void press(const ToolContext&, SurfacePoint) {}
     // The pointer moved to p with these buttons held (1 left, 2 right, 4
     // middle, summed; 0 none); a right drag reaches the Pan tool as a left one.
-    virtual void move(Editor&, int /*buttons*/, SurfacePoint) {}
+    virtual void move(const ToolContext&, int /*buttons*/, SurfacePoint) {}
     // A button was released on the map. Every tool hears it, chosen or not,
     // and ends what it has in progress.
-    virtual void release(Editor&) {}
+    virtual void release(const ToolContext&) {}
     // A key was pressed on the map. Every tool hears it, chosen or not.
-    virtual void key(Editor&, int /*keyCode*/, int /*shift*/) {}
+    virtual void key(const ToolContext&, int /*keyCode*/, int /*shift*/) {}
 
     // The map's pointer while the tool is chosen.
     virtual MapCursor cursor() const { return MapCursor::Arrow; }

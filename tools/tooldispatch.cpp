@@ -1,7 +1,5 @@
 #include "tools/tooldispatch.h"
 
-#include "editor/drawlines.h"
-#include "editor/editor.h"
 #include "view/viewcontrol.h"
 #include "view/zoom.h"
 
@@ -28,64 +26,64 @@ Tool& ToolDispatcher::tool(ToolId id)
     return m_crosshair;
 }
 
-void ToolDispatcher::choose(Editor& editor, ToolId id)
+void ToolDispatcher::choose(const ToolContext& context, ToolId id)
 {
     // A change of tool leaves an open line chain, the caption box and the
     // selection alone.
-    tool(m_current).deactivate(editor);
+    tool(m_current).deactivate(context);
     m_current = id;
-    editor.mapCursor = tool(id).cursor();
-    editor.holdDrawing = false;
-    drawLines(editor);
+    context.state.mapCursor = tool(id).cursor();
+    context.state.holdDrawing = false;
+    context.drawFrame();
 }
 
-void ToolDispatcher::press(Editor& editor, int button, SurfacePoint p)
+void ToolDispatcher::press(const ToolContext& context, int button, SurfacePoint p)
 {
     m_crosshair.hideLines();
     if (button == kRightButton && m_current == ToolId::Crosshair) {
-        m_crosshair.rightPress(editor);
+        m_crosshair.rightPress(context);
         return;
     }
     // The right button pans in every other tool.
     const ToolId effective = button == kRightButton ? ToolId::Pan : m_current;
     if (button != kLeftButton && button != kRightButton)
         return;
-    editor.view.zoomAnchor = p;
-    tool(effective).press(editor, p);
+    context.view.zoomAnchor = p;
+    tool(effective).press(context, p);
 }
 
-void ToolDispatcher::move(Editor& editor, int buttons, SurfacePoint p)
+void ToolDispatcher::move(const ToolContext& context, int buttons, SurfacePoint p)
 {
-    showLocation(editor.view, p.x, p.y);
-    editor.view.lastMousePoint = p;
+    showLocation(context.view, p.x, p.y);
+    context.view.lastMousePoint = p;
     if (m_current != ToolId::Crosshair)
-        editor.holdDrawing = false;
+        context.state.holdDrawing = false;
     ToolId effective = m_current;
     if (buttons == kRightButton) {
         // A right drag pans, whatever the tool, with the move pointer while it lasts.
         effective = ToolId::Pan;
         buttons = kLeftButton;
-        editor.holdDrawing = false;
+        context.state.holdDrawing = false;
         m_crosshair.hideLines();
-        editor.mapCursor = MapCursor::Move;
+        context.state.mapCursor = MapCursor::Move;
     } else {
-        editor.mapCursor = tool(m_current).cursor();
+        context.state.mapCursor = tool(m_current).cursor();
     }
-    tool(effective).move(editor, buttons, p);
+    tool(effective).move(context, buttons, p);
 }
 
-void ToolDispatcher::release(Editor& editor)
+void ToolDispatcher::release(const ToolContext& context)
 {
     // Whatever the tool and the button, a release ends what any tool has in
     // progress: the selection rectangle, then the freehand stroke.
     for (const ToolId id : kAllTools)
-        tool(id).release(editor);
+        tool(id).release(context);
 }
 
-void ToolDispatcher::key(Editor& editor, int keyCode, int shift)
+void ToolDispatcher::key(const ToolContext& context, int keyCode, int shift)
 {
     for (const ToolId id : kAllTools)
-        tool(id).key(editor, keyCode, shift);
+        tool(id).key(context, keyCode, shift);
 }
 
 } // namespace plotwell

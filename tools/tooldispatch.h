@@ -14,18 +14,20 @@ namespace plotwell {
 // frame, and presses and right drags hide the crosshair.
 class ToolDispatcher {
 public:
+    ToolState state;
+
     ToolId current() const { return m_current; }
 
     // An icon of the palette clicked.
-    void choose(Editor& editor, ToolId tool);
+    void choose(const ToolContext& context, ToolId tool);
 
     // The one button that went down or up (1 left, 2 right, 4 middle), or
     // the buttons held during a move, summed; the point in surface twips.
-    void press(Editor& editor, int button, SurfacePoint p);
-    void move(Editor& editor, int buttons, SurfacePoint p);
-    void release(Editor& editor);
+    void press(const ToolContext& context, int button, SurfacePoint p);
+    void move(const ToolContext& context, int buttons, SurfacePoint p);
+    void release(const ToolContext& context);
     // A key pressed on the map; every tool hears it.
-    void key(Editor& editor, int keyCode, int shift);
+    void key(const ToolContext& context, int keyCode, int shift);
 
     Tool& tool(ToolId id);
     PanTool& pan() { return m_pan; }

@@ -1,6 +1,7 @@
 #include "shell/widgets/maparea.h"
 
 #include "editor/editor.h"
+#include "editor/mapevents.h"
 #include "editor/maploading.h"
 #include "editor/viewcommands.h"
 #include "platform/twips.h"
@@ -105,19 +106,19 @@ void MapArea::mousePressEvent(QMouseEvent* event)
     const int button = buttonCode(event->button());
     if (button == 0)
         return;
-    run([&] { m_editor.tools.press(m_editor, button, surfacePoint(event)); });
+    run([&] { mapMouseDown(m_editor, button, surfacePoint(event)); });
 }
 
 void MapArea::mouseMoveEvent(QMouseEvent* event)
 {
-    run([&] { m_editor.tools.move(m_editor, buttonSum(event->buttons()), surfacePoint(event)); });
+    run([&] { mapMouseMove(m_editor, buttonSum(event->buttons()), surfacePoint(event)); });
 }
 
 void MapArea::mouseReleaseEvent(QMouseEvent* event)
 {
     if (buttonCode(event->button()) == 0)
         return;
-    run([&] { m_editor.tools.release(m_editor); });
+    run([&] { mapMouseUp(m_editor); });
 }
 
 void MapArea::mouseDoubleClickEvent(QMouseEvent* event)
@@ -171,12 +172,12 @@ bool MapArea::eventFilter(QObject* watched, QEvent* event)
     const int key = static_cast<QKeyEvent*>(event)->key();
     if (key == Qt::Key_Return || key == Qt::Key_Enter) {
         const QString text = m_caption->text();
-        run([&] { m_editor.tools.label().commitCaption(m_editor, text); });
+        run([&] { captionEntered(m_editor, text); });
         setFocus(Qt::OtherFocusReason);
         return true;
     }
     if (key == Qt::Key_Escape) {
-        run([&] { m_editor.tools.label().cancelCaption(); });
+        run([&] { captionCancelled(m_editor); });
         setFocus(Qt::OtherFocusReason);
         return true;
     }
@@ -217,7 +218,7 @@ void MapArea::syncOverlays()
     if (!caption.visible && m_caption->isVisible())
         m_caption->hide();
 
-    const Qt::CursorShape shape = m_editor.mapCursor == MapCursor::Move ? Qt::SizeAllCursor : Qt::ArrowCursor;
+    const Qt::CursorShape shape = m_editor.tools.state.mapCursor == MapCursor::Move ? Qt::SizeAllCursor : Qt::ArrowCursor;
     if (cursor().shape() != shape)
         setCursor(shape);
 }

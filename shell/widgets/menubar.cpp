@@ -37,8 +37,8 @@ void MainWindow::buildMenus()
     buildEditMenu();
 
     QMenu* tools = menuBar()->addMenu(QStringLiteral("Tools"));
-    tools->addAction(QStringLiteral("Plot Intersection"), this, [this] { handle([&] { plotIntersection(m_editor); }); });
-    tools->addAction(QStringLiteral("Find Label by Keyword"), this, [this] { handle([&] { findLabels(m_editor); }); });
+    tools->addAction(QStringLiteral("Plot Intersection"), this, [this] { handle([&] { plotIntersection(m_editor.toolContext()); }); });
+    tools->addAction(QStringLiteral("Find Label by Keyword"), this, [this] { handle([&] { findLabels(m_editor.toolContext()); }); });
     tools->addSeparator();
     // Checked while a log is followed; chosen then, it stops.
     m_controls.mnuFollowLog = tools->addAction(QStringLiteral("Follow Game Log..."), this,

@@ -1,3 +1,4 @@
+#include "editor/mapevents.h"
 #include "editor/viewcommands.h"
 #include "platform/twips.h"
 #include "shell/widgets/controls.h"
@@ -38,7 +39,7 @@ void MainWindow::buildToolFrame()
         icon->setPixmap(QPixmap(QString::fromLatin1(kToolIcons[n].resource)));
         icon->setAlignment(Qt::AlignCenter);
         icon->setToolTip(QString::fromLatin1(kToolIcons[n].tooltip));
-        icon->clicked = [this, n] { handle([&] { m_editor.tools.choose(m_editor, ToolId(n)); }); };
+        icon->clicked = [this, n] { handle([&] { toolIconClicked(m_editor, ToolId(n)); }); };
         c.imgTool[n] = icon;
     }
 

@@ -58,13 +58,13 @@ TEST(FollowGameLog, LocationsAppendedToTheLogMoveTheMarkerSetZAndDrawThePath)
     EXPECT_EQ(e.doc.lineCount(), 1u) << "a location equal to the one before adds nothing";
     // Within a zone the walk goes on; into another zone it starts anew. The
     // marker shows at once, also over a frame a tool holds.
-    e.holdDrawing = true;
+    e.tools.state.holdDrawing = true;
     append(kTime + "You have entered an area where levitation effects do not function.\n" + kTime
            + "Your Location is 50, 60, 0\n" + kTime + "You have entered Qeynos Hills.\n" + kTime
            + "Your Location is 70, 80, 1\n");
     markerAt(-80, -70, 1);
     EXPECT_EQ(e.doc.lineCount(), 2u);
-    EXPECT_FALSE(e.holdDrawing);
+    EXPECT_FALSE(e.tools.state.holdDrawing);
 
     // A log emptied or made anew starts a new walk too.
     writeBytes(log, kTime + "Your Location is 0, 0, 0\n" + kTime + "Your Location is 1"); // cut short

@@ -1,4 +1,5 @@
 #include "document/mapwriter.h"
+#include "editor/mapevents.h"
 #include "editor/edits.h"
 #include "editor/maploading.h"
 #include "editor/palettecommands.h"
@@ -23,9 +24,9 @@ TEST(EditHistory, UndoingADeletionBringsTheRecordsBackSelectedAndTheMenuNamesThe
     FakeWorld w;
     Editor& e = w.editor;
     EXPECT_EQ(e.history.undoText(), QStringLiteral("Undo"));
-    e.tools.choose(e, ToolId::Line);
+    toolIconClicked(e, ToolId::Line);
     for (float x : {100.f, 200.f, 300.f, 400.f})
-        e.tools.press(e, kLeftButton, {x, x});
+        mapMouseDown(e, kLeftButton, {x, x});
     e.doc.setLineSelected(0, true);
     e.doc.setLineSelected(2, true);
     mapKeyDown(e, Key::Delete, 0);
@@ -50,10 +51,10 @@ TEST(EditHistory, AnEditMadeWhileALoadLetsEventsRunIsAStepOfItsOwn)
     FakeWorld w;
     Editor& e = w.editor;
     w.fileDialog.answers = {writeBytes(dir.filePath(QStringLiteral("a.txt")), "L 10,20,0,300,400,5,255,0,0\r\n")};
-    e.tools.choose(e, ToolId::Line);
-    e.tools.press(e, kLeftButton, {100, 100});
+    toolIconClicked(e, ToolId::Line);
+    mapMouseDown(e, kLeftButton, {100, 100});
     // The second click of the line comes while the base layer's fit lets events run.
-    w.events.during = [&e] { e.tools.press(e, kLeftButton, {200, 300}); };
+    w.events.during = [&e] { mapMouseDown(e, kLeftButton, {200, 300}); };
     loadLayerFromMenu(e, 0);
     EXPECT_EQ(e.history.undoText(), QStringLiteral("Undo Line"));
     undoEdit(e);
@@ -71,16 +72,16 @@ TEST(EditHistory, GesturesAreOneStepEachAndNeverMergeWithAnotherKind)
     Editor& e = w.editor;
     loadLayerFromMenu(e, 1); // cancelled on an empty layer: nothing to undo
     EXPECT_FALSE(e.history.canUndo());
-    e.tools.choose(e, ToolId::Freehand);
-    e.tools.press(e, kLeftButton, {300, 300});
+    toolIconClicked(e, ToolId::Freehand);
+    mapMouseDown(e, kLeftButton, {300, 300});
     for (float x : {300.f, 600.f, 900.f})
-        e.tools.move(e, kLeftButton, {x, 300});
+        mapMouseMove(e, kLeftButton, {x, 300});
     ASSERT_EQ(e.doc.lineCount(), 2u);
     e.doc.setLineSelected(0, true);
     stripMouseMove(e, 2, kLeftButton, 0); // blue 0 on a black line: nothing changes
     EXPECT_EQ(e.history.undoText(), QStringLiteral("Undo Freehand"));
     stripMouseMove(e, 0, kLeftButton, kStripWidth); // black made red: one channel differs
-    e.tools.move(e, kLeftButton, {1200, 300});
+    mapMouseMove(e, kLeftButton, {1200, 300});
     stripMouseMove(e, 0, kLeftButton, kStripWidth / 2);
     e.doc.setLineSelected(1, true); // the drag goes on over another selection
     stripMouseMove(e, 0, kLeftButton, kStripWidth / 4);
@@ -104,9 +105,9 @@ TEST(EditHistory, OverItsMemoryTheOldestStepsGo)
 {
     FakeWorld w;
     Editor& e = w.editor;
-    e.tools.choose(e, ToolId::Line);
+    toolIconClicked(e, ToolId::Line);
     for (int i = 0; i < 7; ++i)
-        e.tools.press(e, kLeftButton, {float(10 * i), 10}); // six Line steps of one size
+        mapMouseDown(e, kLeftButton, {float(10 * i), 10}); // six Line steps of one size
     e.history.setByteLimit(e.history.bytes() / 3);
     while (e.history.canUndo())
         undoEdit(e);

@@ -1,4 +1,5 @@
 #include "document/mapwriter.h"
+#include "editor/mapevents.h"
 #include "editor/edits.h"
 #include "editor/maploading.h"
 #include "editor/mapsaving.h"
@@ -46,9 +47,9 @@ std::string copyOfBaseLayer(const FakePlace& place)
 
 void drawLine(Editor& e, float y)
 {
-    e.tools.choose(e, ToolId::Line);
-    e.tools.press(e, kLeftButton, {10, y});
-    e.tools.press(e, kLeftButton, {20, y});
+    toolIconClicked(e, ToolId::Line);
+    mapMouseDown(e, kLeftButton, {10, y});
+    mapMouseDown(e, kLeftButton, {20, y});
     mapKeyDown(e, Key::Escape, 0);
 }
 

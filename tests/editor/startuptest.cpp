@@ -105,7 +105,7 @@ TEST(RenderLoop, StepsTheFlashEveryTickAndDrawsOnlyWhatCanHaveChanged)
         tick();
     e.display.flashChecked = false; // steady red: nothing to redraw
     tick();
-    e.holdDrawing = true;
+    e.tools.state.holdDrawing = true;
     e.frameDirty = true;
     tick(); // held: nothing is drawn, and the flash goes on
     EXPECT_EQ(levels, (std::vector<int>{255, 191, 127, 63, 1, 65, 129, 193, 254, 190}));

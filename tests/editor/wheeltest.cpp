@@ -1,4 +1,5 @@
 #include "editor/viewcommands.h"
+#include "editor/mapevents.h"
 #include "view/wheel.h"
 #include "view/zoom.h"
 
@@ -111,8 +112,8 @@ TEST(ViewSteps, AMapAtTheSingleLimitFitsAndTakesTheWheelAndClicks)
     e.view.lastMousePoint = {e.view.mapWidth / 2, e.view.mapHeight / 2};
     for (int notch = 0; notch < 3; ++notch)
         onMouseWheel(e, -120);
-    e.tools.press(e, kLeftButton, e.view.lastMousePoint);
-    e.tools.release(e);
+    mapMouseDown(e, kLeftButton, e.view.lastMousePoint);
+    mapMouseUp(e);
     EXPECT_TRUE(std::isfinite(e.view.offsetX) && std::isfinite(e.view.offsetY)) << e.view.offsetX;
     // Fitted at scale 1 with the middle of the map at the centre, which the
     // wheel kept under the pointer.

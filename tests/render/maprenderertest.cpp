@@ -29,7 +29,7 @@ TEST(MapRenderer, AnEmptyFrameClearsAndPresentsAndHoldDrawsNothing)
         w.surface.calls.clear();
         addTestLine(w.editor, 0, 0, 0, 10, 10, 0, kBlue);
         w.surface.setBackColor(c[1]);
-        w.editor.holdDrawing = true;
+        w.editor.tools.state.holdDrawing = true;
         drawLines(w.editor);
         EXPECT_TRUE(w.surface.calls.empty());
         EXPECT_EQ(w.editor.selection.box.border, c[1]) << "hold leaves the border";

@@ -1,4 +1,5 @@
 #include "shell/widgets/controls.h"
+#include "editor/mapevents.h"
 #include "shell/widgets/maparea.h"
 #include "shell/widgets/mainwindow.h"
 
@@ -291,9 +292,9 @@ TEST(MainWindow, TheFrameAfterRecoveringShowsTheRecoveredLayer)
         window.openFiles({path});
         Editor& e = window.editor();
         e.palette.activeColor = {0, 0, 255};
-        e.tools.choose(e, ToolId::Line);
-        e.tools.press(e, kLeftButton, {300, 300});
-        e.tools.press(e, kLeftButton, {3000, 3000});
+        toolIconClicked(e, ToolId::Line);
+        mapMouseDown(e, kLeftButton, {300, 300});
+        mapMouseDown(e, kLeftButton, {3000, 3000});
         window.close();
         window.endTimerTick();
         window.endTimerTick();
@@ -307,14 +308,14 @@ TEST(MainWindow, TheFrameAfterRecoveringShowsTheRecoveredLayer)
     QMouseEvent move(QEvent::MouseMove, QPointF(120, 30), QPointF(120, 30), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(c.map, &move);
     next.frameTick();
-    ASSERT_TRUE(next.editor().holdDrawing) << "the band is held";
+    ASSERT_TRUE(next.editor().tools.state.holdDrawing) << "the band is held";
     fileMenuEntry(next, QStringLiteral("Recover Unsaved Layers"))->trigger();
     next.frameTick();
     const QImage shown = next.mapImage().copy();
     EXPECT_TRUE(shown.pixelColor(25, 25) == QColor(0, 0, 255) || shown.pixelColor(25, 26) == QColor(0, 0, 255))
         << "the recovered line is drawn";
     // What a frame drawn afresh shows.
-    next.editor().holdDrawing = false;
+    next.editor().tools.state.holdDrawing = false;
     next.editor().frameDirty = true;
     next.frameTick();
     EXPECT_EQ(shown, next.mapImage());
@@ -331,15 +332,15 @@ TEST(MainWindow, TheProgramEndsOnceTheHandlerThatLetsEventsRunHasReturned)
         window.ended = [&ends] { ++ends; };
         window.openFiles({path});
         Editor& e = window.editor();
-        e.tools.choose(e, ToolId::Line);
+        toolIconClicked(e, ToolId::Line);
         window.close();
         // The shutdown timer ticks while a handler lets events run, as a long
         // load does, and the handler's edit comes after the ticks.
         window.controls().map->run([&] {
             window.endTimerTick();
             window.endTimerTick();
-            e.tools.press(e, kLeftButton, {10, 10});
-            e.tools.press(e, kLeftButton, {50, 40});
+            mapMouseDown(e, kLeftButton, {10, 10});
+            mapMouseDown(e, kLeftButton, {50, 40});
             EXPECT_EQ(ends, 0);
         });
         EXPECT_EQ(ends, 1);

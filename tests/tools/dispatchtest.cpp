@@ -1,4 +1,5 @@
 #include "editor/viewcommands.h"
+#include "editor/mapevents.h"
 #include "tools/tooldispatch.h"
 
 #include "tests/support/fakes.h"
@@ -23,7 +24,7 @@ struct Scene : FakeWorld {
     Scene(ToolId tool)
     {
         addTestLine(editor, 0, 0, 0, 100, 100, 0, kBlue);
-        editor.tools.choose(editor, tool);
+        toolIconClicked(editor, tool);
         editor.view.zoomAnchor = {-1, -1};
         surface.calls.clear();
     }
@@ -58,7 +59,7 @@ TEST(Dispatch, PressByToolButtonAndCtrl)
         Editor& e = s.editor;
         e.keys.ctrlKeyDown = c.ctrl;
         const SurfacePoint p{50, 50};
-        s.tools().press(e, c.button, p);
+        mapMouseDown(e, c.button, p);
         int seen = 0;
         seen |= e.view.zoomAnchor.x == 50 ? Anchor : 0;
         seen |= e.doc.lines()[0].selected ? Toggle : 0;
@@ -80,12 +81,12 @@ TEST(Dispatch, AClickOnNothingClearsTheSelectionUnlessCtrlIsHeld)
         e.doc.setLineSelected(0, true);
         e.doc.setLabelSelected(0, true);
         e.keys.ctrlKeyDown = ctrl;
-        s.tools().press(e, kLeftButton, {300, 20});
+        mapMouseDown(e, kLeftButton, {300, 20});
         EXPECT_EQ(e.doc.lines()[0].selected, ctrl);
         EXPECT_EQ(e.doc.labels()[0].selected, ctrl);
         e.keys.ctrlKeyDown = false;
         e.doc.setLineSelected(0, true);
-        s.tools().press(e, kLeftButton, {50, 50});
+        mapMouseDown(e, kLeftButton, {50, 50});
         EXPECT_FALSE(e.doc.lines()[0].selected) << "a click on a selected line deselects it";
     }
 }
@@ -99,13 +100,13 @@ TEST(Dispatch, MoveByToolAndButtons)
             Editor& e = s.editor;
             const std::string what = std::string(kToolNames[int(tool)]) + " buttons " + std::to_string(buttons);
             // Pressed off the line; the drag then passes over it.
-            s.tools().press(e, buttons == kRightButton ? kRightButton : kLeftButton, {10, 300});
+            mapMouseDown(e, buttons == kRightButton ? kRightButton : kLeftButton, {10, 300});
             s.dialogs.prompts.clear();
-            e.holdDrawing = true;
+            e.tools.state.holdDrawing = true;
             const float offsetBefore = e.view.offsetX;
             const std::size_t linesBefore = e.doc.lineCount();
-            s.tools().move(e, buttons, {50, 50});
-            s.tools().move(e, buttons, {110, 50});
+            mapMouseMove(e, buttons, {50, 50});
+            mapMouseMove(e, buttons, {110, 50});
 
             const bool rightDrag = buttons == kRightButton;
             const bool panning = rightDrag || (tool == ToolId::Pan && buttons == kLeftButton);
@@ -117,17 +118,17 @@ TEST(Dispatch, MoveByToolAndButtons)
             EXPECT_EQ(e.view.lastMousePoint.x, 110) << what;
             EXPECT_EQ(e.view.readout.x, fromOrigin ? QStringLiteral("60") : panning ? QStringLiteral("70") : QStringLiteral("110"))
                 << what;
-            EXPECT_EQ(e.mapCursor == MapCursor::Move, rightDrag || tool == ToolId::Pan) << what;
+            EXPECT_EQ(e.tools.state.mapCursor == MapCursor::Move, rightDrag || tool == ToolId::Pan) << what;
             // A move holds the frame only for the crosshair's mark and the line's rubber band.
             const bool held = (tool == ToolId::Crosshair && !rightDrag) || (tool == ToolId::Line && buttons == 0);
-            EXPECT_EQ(e.holdDrawing, held) << what;
+            EXPECT_EQ(e.tools.state.holdDrawing, held) << what;
             EXPECT_EQ(s.tools().crosshair().lines().visible, tool == ToolId::Crosshair && !rightDrag) << what;
             const bool dragging = buttons == kLeftButton;
             EXPECT_EQ(e.doc.lines()[0].selected, tool == ToolId::Pointer && dragging) << what;
             EXPECT_EQ(e.selection.box.visible, tool == ToolId::Select && dragging) << what;
             EXPECT_EQ(e.doc.lineCount() - linesBefore, tool == ToolId::Freehand && dragging ? 1u : 0u) << what;
-            s.tools().move(e, 0, {120, 50});
-            EXPECT_EQ(e.mapCursor == MapCursor::Move, tool == ToolId::Pan) << what << ", then no button";
+            mapMouseMove(e, 0, {120, 50});
+            EXPECT_EQ(e.tools.state.mapCursor == MapCursor::Move, tool == ToolId::Pan) << what << ", then no button";
             EXPECT_TRUE(s.dialogs.prompts.empty()) << what;
         }
     }
@@ -137,11 +138,11 @@ TEST(Dispatch, ReleaseEndsTheRectangleWhateverTheTool)
 {
     Scene s(ToolId::Select);
     Editor& e = s.editor;
-    s.tools().press(e, kLeftButton, {-10, -10});
-    s.tools().move(e, kLeftButton, {20, 30});
+    mapMouseDown(e, kLeftButton, {-10, -10});
+    mapMouseMove(e, kLeftButton, {20, 30});
     EXPECT_TRUE(e.selection.box.visible);
-    e.tools.choose(e, ToolId::Freehand); // a change of tool leaves the rectangle
-    s.tools().release(e);
+    toolIconClicked(e, ToolId::Freehand); // a change of tool leaves the rectangle
+    mapMouseUp(e);
     EXPECT_FALSE(e.selection.box.visible);
     EXPECT_TRUE(e.doc.lines()[0].selected);
 }
@@ -150,25 +151,25 @@ TEST(Dispatch, ChoosingAToolRedrawsAndEndsTheMarkButNotTheChain)
 {
     Scene s(ToolId::Line);
     Editor& e = s.editor;
-    s.tools().press(e, kLeftButton, {10, 10});
-    e.tools.choose(e, ToolId::Crosshair);
-    s.tools().move(e, 0, {20, 20});
-    s.tools().press(e, kLeftButton, {20, 20});
-    EXPECT_TRUE(e.holdDrawing);
+    mapMouseDown(e, kLeftButton, {10, 10});
+    toolIconClicked(e, ToolId::Crosshair);
+    mapMouseMove(e, 0, {20, 20});
+    mapMouseDown(e, kLeftButton, {20, 20});
+    EXPECT_TRUE(e.tools.state.holdDrawing);
     const int frames = s.surface.frames();
     for (const ToolId next : {ToolId::Crosshair, ToolId::Line}) {
-        e.tools.choose(e, next);
-        EXPECT_FALSE(e.holdDrawing);
+        toolIconClicked(e, next);
+        EXPECT_FALSE(e.tools.state.holdDrawing);
         EXPECT_FALSE(s.tools().crosshair().lines().visible);
     }
     EXPECT_EQ(s.surface.frames(), frames + 2);
     // Back in the Line tool, the next click goes on from the chain's last point.
-    s.tools().press(e, kLeftButton, {40, 10});
+    mapMouseDown(e, kLeftButton, {40, 10});
     ASSERT_EQ(e.doc.lineCount(), 2u);
     EXPECT_EQ(e.doc.lines()[1].p1.x, 10);
     EXPECT_EQ(e.doc.lines()[1].p2.x, 40);
     // Escape closes the chain whatever tool is chosen.
-    e.tools.choose(e, ToolId::Pan);
+    toolIconClicked(e, ToolId::Pan);
     mapKeyDown(e, Key::Escape, 0);
     EXPECT_FALSE(s.tools().line().lineInProgress());
 }
@@ -179,9 +180,9 @@ TEST(Dispatch, TheCrosshairPrintsCopiesAndKeepsItsMark)
     Editor& e = s.editor;
     e.view.offsetX = 100;
     e.view.currentScale = 2;
-    s.tools().move(e, 0, {300, 250});
+    mapMouseMove(e, 0, {300, 250});
     const int frames = s.surface.frames();
-    s.tools().press(e, kLeftButton, {300, 250});
+    mapMouseDown(e, kLeftButton, {300, 250});
     EXPECT_EQ(s.surface.frames(), frames + 2) << "a fresh frame, then the printed location";
     EXPECT_EQ(s.clipboard.text, QStringLiteral("Loc: -125 , -100"));
     const auto printed = s.surface.only(RecordingSurface::Op::Print);
@@ -194,15 +195,15 @@ TEST(Dispatch, TheCrosshairPrintsCopiesAndKeepsItsMark)
     EXPECT_TRUE(at.a == 320 && at.b == -50);
     EXPECT_TRUE(s.tools().crosshair().mark().x == 100 && s.tools().crosshair().mark().y == 125);
     // Moving on in the Crosshair tool keeps the mark; a middle press only hides the lines.
-    s.tools().move(e, 0, {400, 400});
-    EXPECT_TRUE(e.holdDrawing && s.tools().crosshair().lines().visible);
-    s.tools().press(e, kMiddleButton, {400, 400});
+    mapMouseMove(e, 0, {400, 400});
+    EXPECT_TRUE(e.tools.state.holdDrawing && s.tools().crosshair().lines().visible);
+    mapMouseDown(e, kMiddleButton, {400, 400});
     EXPECT_FALSE(s.tools().crosshair().lines().visible);
-    EXPECT_TRUE(e.holdDrawing);
+    EXPECT_TRUE(e.tools.state.holdDrawing);
     Scene t(ToolId::Crosshair);
-    t.tools().press(t.editor, kLeftButton, {300, 250});
+    mapMouseDown(t.editor, kLeftButton, {300, 250});
     ASSERT_TRUE(t.tools().crosshair().lines().visible);
-    t.tools().move(t.editor, kRightButton, {320, 250}); // a right drag pans without the lines
+    mapMouseMove(t.editor, kRightButton, {320, 250}); // a right drag pans without the lines
     EXPECT_FALSE(t.tools().crosshair().lines().visible);
 }
 

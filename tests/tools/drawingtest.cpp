@@ -1,4 +1,5 @@
 #include "editor/mapsaving.h"
+#include "editor/mapevents.h"
 #include "editor/viewcommands.h"
 #include "tools/crosshairtool.h"
 #include "tools/tooldispatch.h"
@@ -29,11 +30,11 @@ struct DrawWorld : FakeWorld {
         editor.doc.activeLayer = 2;
         editor.view.currentZ = 5;
         editor.palette.activeColor = {10, 20, 30};
-        editor.tools.choose(editor, tool);
+        toolIconClicked(editor, tool);
     }
-    void press(float x, float y, int button = kLeftButton) { editor.tools.press(editor, button, {x, y}); }
-    void move(float x, float y, int buttons = 0) { editor.tools.move(editor, buttons, {x, y}); }
-    void release() { editor.tools.release(editor); }
+    void press(float x, float y, int button = kLeftButton) { mapMouseDown(editor, button, {x, y}); }
+    void move(float x, float y, int buttons = 0) { mapMouseMove(editor, buttons, {x, y}); }
+    void release() { mapMouseUp(editor); }
     void key(int code, int shift = 0) { mapKeyDown(editor, code, shift); }
 
     // What "Save all layers" writes for layer 2.
@@ -59,7 +60,7 @@ TEST(LineTool, ClicksMakeAChainThatEscapeCloses)
     EXPECT_EQ(w.surface.frames(), frames + 1) << "each line drawn is shown";
     w.surface.calls.clear();
     w.move(70, 80);
-    EXPECT_TRUE(w.editor.holdDrawing);
+    EXPECT_TRUE(w.editor.tools.state.holdDrawing);
     const auto band = w.surface.only(Op::Line);
     ASSERT_EQ(band.size(), 1u);
     EXPECT_TRUE(band[0].a == 100 && band[0].b == 0 && band[0].c == 70 && band[0].d == 80);
@@ -68,7 +69,7 @@ TEST(LineTool, ClicksMakeAChainThatEscapeCloses)
     w.key(Key::Escape);
     w.surface.calls.clear();
     w.move(90, 90);
-    EXPECT_FALSE(w.editor.holdDrawing);
+    EXPECT_FALSE(w.editor.tools.state.holdDrawing);
     EXPECT_TRUE(w.surface.only(Op::Line).empty());
     frames = w.surface.frames();
     w.press(300, 300); // starts a new chain
@@ -136,7 +137,7 @@ TEST(LabelTool, EnterMakesALabelWhereTheBoxOpened)
         const CaptionBox& box = w.editor.tools.label().captionBox();
         EXPECT_TRUE(box.visible && box.left == 40 && box.top == 60);
         w.move(500, 500); // the box stays where it was opened
-        w.editor.tools.label().commitCaption(w.editor, QString::fromUtf8(c.typed));
+        captionEntered(w.editor, QString::fromUtf8(c.typed));
         EXPECT_FALSE(box.visible);
         EXPECT_EQ(w.saved(), c.record ? c.record : "") << c.typed;
     }
@@ -225,7 +226,7 @@ TEST(ShiftToLoc, TheTypedLocationComesUnderTheMark)
         // The typed point now stands where the mark was shown.
         EXPECT_FLOAT_EQ(c.x * 4 + e.view.offsetX, 900) << c.answer;
         EXPECT_FLOAT_EQ(c.y * 4 + e.view.offsetY, 700) << c.answer;
-        EXPECT_TRUE(e.holdDrawing) << "the shift does not release the held frame";
+        EXPECT_TRUE(e.tools.state.holdDrawing) << "the shift does not release the held frame";
     }
 }
 

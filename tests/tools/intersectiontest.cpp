@@ -76,7 +76,7 @@ TEST(PlotIntersection, ExtendsBothSelectedLinesFromTheirNearerEnds)
         e.doc.setLineSelected(a, true);
         e.doc.setLineSelected(b, true);
         e.doc.setLabelSelected(addTestLabel(e, 0, 0, 0, {}, "Also_selected"), true);
-        plotIntersection(e);
+        plotIntersection(e.toolContext());
         EXPECT_TRUE(w.dialogs.messages.empty());
         ASSERT_EQ(e.doc.lineCount(), 5u);
         EXPECT_EQ(lineText(e.doc.lines()[3]), c.first);
@@ -106,7 +106,7 @@ TEST(PlotIntersection, TellsWhyItCannot)
             const float rise = c.parallel ? 10 : float(i) * 5;
             e.doc.setLineSelected(addTestLine(e, 0, float(i) * 3, 0, 10, float(i) * 3 + rise, 0, {}), i < c.selected);
         }
-        plotIntersection(e);
+        plotIntersection(e.toolContext());
         ASSERT_EQ(w.dialogs.messages.size(), 1u);
         EXPECT_EQ(w.dialogs.messages[0].text, QString::fromLatin1(c.message));
         EXPECT_EQ(e.doc.lineCount(), 3u);
@@ -134,7 +134,7 @@ TEST(FindLabels, SelectsEveryLabelHoldingTheKeywordInAnyCase)
         e.doc.setLabelSelected(addTestLabel(e, 0, 0, 0, {}, "Guild_Hall"), true);
         if (c.answer)
             w.dialogs.answers.push_back(QString::fromUtf8(c.answer));
-        findLabels(e);
+        findLabels(e.toolContext());
         ASSERT_EQ(w.dialogs.prompts.size(), 1u);
         EXPECT_EQ(w.dialogs.prompts[0].text, QStringLiteral("Enter keyword to search for"));
         EXPECT_EQ(w.dialogs.prompts[0].defaultText, QStringLiteral("bank"));

@@ -1,4 +1,5 @@
 #include "tools/selection.h"
+#include "editor/mapevents.h"
 #include "view/zoom.h"
 
 #include "tests/support/fakes.h"
@@ -107,10 +108,10 @@ TEST(HitTest, APointerDragSelectsAlongItsPathAndDeselectsNothing)
     for (const float x : {20.f, 40.f, 60.f, 200.f})
         addTestLine(e, x, 0, 0, x, 100, 0, kBlue);
     e.doc.setLineSelected(1, true);
-    e.tools.choose(e, ToolId::Pointer);
-    e.tools.press(e, kLeftButton, {10, 50});
+    toolIconClicked(e, ToolId::Pointer);
+    mapMouseDown(e, kLeftButton, {10, 50});
     for (float x = 10; x <= 70; x += 1)
-        e.tools.move(e, kLeftButton, {x, 50});
+        mapMouseMove(e, kLeftButton, {x, 50});
     EXPECT_EQ(selectedOf(e.doc.lines()), (std::vector<std::size_t>{0, 1, 2}));
 }
 

@@ -117,11 +117,11 @@ TEST_F(Zoom, FitSettlesHalfAStepBelowTheFirstScaleThatOverflows)
         e.view.mapHeight = c.mapH;
         e.view.currentScale = c.start; // as the keyboard zoom can leave it
         add(e, c.kind, c.x1, c.y1, c.x2, c.y2);
-        e.holdDrawing = true;
+        e.tools.state.holdDrawing = true;
         fitContentToScreen(e);
         EXPECT_NEAR(e.view.currentScale, c.scale, 1e-4) << c.name;
         EXPECT_EQ(w.events.calls, 1) << c.name;
-        EXPECT_FALSE(e.holdDrawing) << c.name;
+        EXPECT_FALSE(e.tools.state.holdDrawing) << c.name;
         EXPECT_TRUE(e.view.zoomAnchor.x == c.mapW / 2 && e.view.zoomAnchor.y == c.mapH / 2) << c.name;
         EXPECT_EQ(e.view.zoom.caption, QStringLiteral("Scale: ") + QString::number(double(c.scale))) << c.name;
         // Content with lines stays centred as at scale 1; labels alone are not moved.
