@@ -48,6 +48,8 @@ int renderFiles(const QStringList& files, const QString& out, QSize size, bool l
         const QString& path = layers[std::size_t(n)];
         if (path.isEmpty())
             continue;
+        // Names the layer's group in an SVG drawing, as in the editor.
+        doc.layerFile[std::size_t(n)] = path;
         const ReadResult read = readMapFile(path, doc, n, kScale);
         if (!read.opened) {
             printLine(err, QStringLiteral("%1: cannot be opened: %2").arg(path, read.openError));
