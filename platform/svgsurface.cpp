@@ -96,11 +96,11 @@ void SvgSurface::flushPictures()
 {
     if (!m_pictures)
         return;
-    const QImage& image = m_pictures->image();
+    const QSize size = m_pictures->image().size();
     QByteArray png;
     QBuffer buffer(&png);
     buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
+    m_pictures->image().save(&buffer, "PNG");
     m_pictures.reset();
     // The underlay is a layer of its own, which a tracer can lock or hide.
     const bool wasInGroup = m_inGroup;
@@ -109,8 +109,8 @@ void SvgSurface::flushPictures()
     m_xml.writeEmptyElement(QStringLiteral("image"));
     m_xml.writeAttribute(QStringLiteral("x"), QStringLiteral("0"));
     m_xml.writeAttribute(QStringLiteral("y"), QStringLiteral("0"));
-    m_xml.writeAttribute(QStringLiteral("width"), QString::number(image.width()));
-    m_xml.writeAttribute(QStringLiteral("height"), QString::number(image.height()));
+    m_xml.writeAttribute(QStringLiteral("width"), QString::number(size.width()));
+    m_xml.writeAttribute(QStringLiteral("height"), QString::number(size.height()));
     m_xml.writeAttribute(QStringLiteral("http://www.w3.org/1999/xlink"), QStringLiteral("href"),
                          QStringLiteral("data:image/png;base64,") + QString::fromLatin1(png.toBase64()));
     if (!wasInGroup)

@@ -144,6 +144,10 @@ TEST(Picture, AnSvgDrawsEachLayerAsAGroupOfLinesAndTexts)
     ASSERT_EQ(texts.size(), 2u);
     EXPECT_EQ(text, "Camp_Fire?|Bank|");
     EXPECT_EQ(layerOf(texts[0]) + " " + attr(texts[0], "fill") + " " + attr(texts[0], "x"), "Base Layer #000000 16");
+    // The label's top is at its place (y 18); SVG places the text by its baseline.
+    const double size = attr(texts[0], "font-size").toDouble(), baseline = attr(texts[0], "y").toDouble();
+    EXPECT_GT(baseline, 18 + size / 2);
+    EXPECT_LT(baseline, 18 + size * 1.3);
     EXPECT_EQ(layerOf(texts[1]) + " " + attr(texts[1], "fill"), "zone_2.txt #0000ff");
     const auto marks = svgElements(path, "circle");
     ASSERT_EQ(marks.size(), 2u);
@@ -161,7 +165,7 @@ TEST(Picture, AnSvgCarriesTheUnderlayAsAnEmbeddedPngBeneathTheLayers)
     const QString path = m.write(PictureFormat::Svg);
     const auto images = svgElements(path, "image");
     ASSERT_EQ(images.size(), 1u);
-    EXPECT_EQ(layerOf(images[0]), "Underlay");
+    EXPECT_EQ(layerOf(images[0]) + " " + attr(images[0], "width") + "x" + attr(images[0], "height"), "Underlay 240x140");
     const QString href = images[0].value(QStringLiteral("http://www.w3.org/1999/xlink"), QStringLiteral("href")).toString();
     ASSERT_TRUE(href.startsWith("data:image/png;base64,"));
     const QImage picture = QImage::fromData(QByteArray::fromBase64(href.mid(22).toLatin1()), "PNG");
