@@ -355,15 +355,33 @@ smoke_test() {
   [ -n "$window" ] || { kill "$editor" 2> /dev/null || true; fail "plotwell.exe showed no window titled \"$title\""; }
   sleep 3 # a few frames
   xwd -root -silent | xwdtopnm 2> /dev/null | pnmtopng > "$out/screenshot.png"
-  # A close request ends the program about two seconds later.
-  xdotool key --window "$window" alt+F4
+  # A close request ends the editor about two seconds later, normally.
+  xdotool key --window "$window" alt+F4 2> /dev/null
   local i
-  for i in $(seq 40); do kill -0 "$editor" 2> /dev/null || break; sleep 0.5; done
+  for i in $(seq 60); do kill -0 "$editor" 2> /dev/null || break; sleep 0.5; done
   if kill -0 "$editor" 2> /dev/null; then
     kill "$editor" 2> /dev/null || true
     fail "plotwell.exe did not end after a close request"
   fi
-  say "plotwell.exe showed \"$title\" with zone.txt (screenshot: $out/screenshot.png)"
+  wait "$editor" || fail "plotwell.exe ended with status $? after a close request"
+
+  # Help > Readme opens readme.txt in Notepad: Alt enters the menu bar, Help
+  # is its last menu and Readme its first entry. Keys go to the focused
+  # window, as a user's do (there is no window manager here).
+  (cd "$dir" && exec wine "$unpacked/plotwell.exe" > "$dir/plotwell-readme.log" 2>&1) &
+  editor=$!
+  window=$(limit 90 xdotool search --sync --onlyvisible --name "^$title\$" | head -n 1) || true
+  [ -n "$window" ] || { kill "$editor" 2> /dev/null || true; fail "plotwell.exe showed no window the second time"; }
+  sleep 2
+  xdotool windowfocus --sync "$window" 2> /dev/null || true
+  local key
+  for key in alt Left Down Return; do xdotool key "$key" 2> /dev/null; sleep 0.5; done
+  local notepad
+  notepad=$(limit 60 xdotool search --sync --onlyvisible --name "^readme.txt - Notepad\$" | head -n 1) || true
+  kill "$editor" 2> /dev/null || true
+  wait "$editor" 2> /dev/null || true
+  [ -n "$notepad" ] || fail "Help > Readme showed no readme.txt in Notepad"
+  say "plotwell.exe showed \"$title\" with zone.txt (screenshot: $out/screenshot.png), Help > Readme opened Notepad"
 }
 
 main() {
