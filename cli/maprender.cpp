@@ -7,6 +7,7 @@
 #include "render/picturefile.h"
 #include "render/pictureframe.h"
 
+#include <QFileInfo>
 #include <QRegularExpression>
 
 namespace plotwell::cli {
@@ -48,6 +49,9 @@ int renderFiles(const QStringList& files, const QString& out, QSize size, bool l
         const QString& path = layers[std::size_t(n)];
         if (path.isEmpty())
             continue;
+        // Names the layer's group in an SVG drawing, as in the editor.
+        doc.homes[std::size_t(n)].layerFile = path;
+        doc.homes[std::size_t(n)].caption = QFileInfo(path).fileName();
         const ReadResult read = readMapFile(path, doc, n, kScale);
         if (!read.opened) {
             printLine(err, QStringLiteral("%1: cannot be opened: %2").arg(path, read.openError));

@@ -8,6 +8,11 @@
 #include <cstring>
 #include <memory>
 
+#if defined(Q_OS_WIN)
+#include <fcntl.h>
+#include <io.h>
+#endif
+
 using namespace plotwell::cli;
 
 namespace {
@@ -129,11 +134,26 @@ int render(QStringList args)
 
 int main(int argc, char** argv)
 {
-    // Pictures are drawn with fonts but need no display: render runs on the
-    // offscreen platform, the other commands on no platform at all.
+#if defined(Q_OS_WIN)
+    // Lines end in a line feed alone, as everywhere else, so that the
+    // answers are the same bytes on every system (text mode would put a
+    // carriage return before each).
+    _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
+#endif
+    // Pictures are drawn with fonts but need no display: render runs on a
+    // platform that opens no window, the other commands on no platform at
+    // all. Windows' own platform opens none unless asked and reaches the
+    // system's fonts, which the offscreen one does not find there; it is set
+    // here, since a variable set for the program may not reach it (Wine
+    // passes none of Qt's).
     std::unique_ptr<QCoreApplication> app;
     if (argc > 1 && std::strcmp(argv[1], "render") == 0) {
+#if defined(Q_OS_WIN)
+        qputenv("QT_QPA_PLATFORM", "windows");
+#else
         qputenv("QT_QPA_PLATFORM", "offscreen");
+#endif
         app = std::make_unique<QGuiApplication>(argc, argv);
     } else {
         app = std::make_unique<QCoreApplication>(argc, argv);

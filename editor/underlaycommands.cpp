@@ -29,7 +29,9 @@ QImage readPicture(const QString& fileName)
 
 bool loadUnderlay(Editor& editor, const QString& fileName)
 {
-    editor.services.settings.save(kSettings, kImageFolderKey, folderOf(fileName));
+    // The folder is remembered in the system's own form, whichever separator
+    // the name came with: on Windows a name with "/" has folders too.
+    editor.services.settings.save(kSettings, kImageFolderKey, folderOf(QDir::toNativeSeparators(fileName)));
     QImage picture = readPicture(fileName);
     if (picture.isNull())
         return false;

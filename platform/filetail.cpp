@@ -16,10 +16,21 @@ FileTail::FileTail(const QString& path) : m_path(path)
 {
     const QFileInfo info(path);
     m_missing = !isReadableFile(info);
-    if (!m_missing) {
-        m_pos = info.size();
-        m_born = info.birthTime();
-    }
+    if (m_missing)
+        return;
+    m_pos = info.size();
+    QFile file(path);
+    if (file.open(QIODevice::ReadOnly))
+        m_head = file.read(kHeadBytes);
+}
+
+bool FileTail::sameStart(QFile& file)
+{
+    const QByteArray head = file.read(kHeadBytes);
+    if (!head.startsWith(m_head))
+        return false;
+    m_head = head; // a short file's start grows with it
+    return true;
 }
 
 FileTail::Bytes FileTail::read(qint64 maxBytes)
@@ -30,19 +41,21 @@ FileTail::Bytes FileTail::read(qint64 maxBytes)
         m_missing = true;
         return out;
     }
-    // A file seen missing, one whose creation time changed, or one shorter
-    // than what was read of it is another file now: read from its start.
-    const QDateTime born = info.birthTime();
-    if (m_missing || born != m_born || info.size() < m_pos) {
+    QFile file(m_path);
+    if (!file.open(QIODevice::ReadOnly))
+        return out;
+    // A file seen missing, one shorter than what was read of it or one that
+    // starts otherwise is another file now: read from its start.
+    const qint64 size = file.size();
+    if (m_missing || size < m_pos || !sameStart(file)) {
         out.restarted = true;
         m_pos = 0;
         m_missing = false;
-        m_born = born;
+        m_head.clear();
+        file.seek(0);
+        sameStart(file);
     }
-    if (info.size() == m_pos)
-        return out;
-    QFile file(m_path);
-    if (!file.open(QIODevice::ReadOnly) || !file.seek(m_pos))
+    if (size == m_pos || !file.seek(m_pos))
         return out;
     out.bytes = file.read(maxBytes);
     m_pos += out.bytes.size();

@@ -1,8 +1,9 @@
 #pragma once
 
 #include <QByteArray>
-#include <QDateTime>
 #include <QString>
+
+class QFile;
 
 namespace plotwell {
 
@@ -19,7 +20,10 @@ public:
         QByteArray bytes;
         // The file was cut short, replaced by another or deleted and created
         // again since the last read: the bytes start at the new file's start,
-        // and a line the old one left unfinished will never end.
+        // and a line the old one left unfinished will never end. Told by the
+        // file's size falling below what was read or its first bytes
+        // changing, never by its time stamps: some systems (Wine among them)
+        // move a file's creation time whenever it grows.
         bool restarted = false;
         // More bytes wait beyond these.
         bool more = false;
@@ -36,10 +40,17 @@ public:
     Bytes read(qint64 maxBytes = kMaxRead);
 
 private:
+    // The first bytes of the file, as far as it has been seen: another file
+    // in its place starts otherwise (a game log starts with a time stamp).
+    static constexpr qint64 kHeadBytes = 64;
+
+    // Reads the file's first bytes and tells whether they are still those seen.
+    bool sameStart(QFile& file);
+
     QString m_path;
     qint64 m_pos = 0;
     bool m_missing = false;
-    QDateTime m_born; // when the file read from was created, where the system tells
+    QByteArray m_head;
 };
 
 } // namespace plotwell

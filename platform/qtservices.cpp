@@ -24,7 +24,12 @@ QString QtLauncher::programFolder() const { return QDir::toNativeSeparators(QCor
 bool QtLauncher::openDocument(const QString& path)
 {
 #if defined(Q_OS_WIN)
-    return QProcess::startDetached(QStringLiteral("notepad.exe"), {path});
+    // The command line notepad.exe "C:\folder\readme.txt": the path always
+    // in quotes, as Windows programs expect, whatever it holds.
+    QProcess notepad;
+    notepad.setProgram(QStringLiteral("notepad.exe"));
+    notepad.setNativeArguments(QLatin1Char('"') + QDir::toNativeSeparators(path) + QLatin1Char('"'));
+    return notepad.startDetached();
 #else
     return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 #endif

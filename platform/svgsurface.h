@@ -3,9 +3,9 @@
 #include "platform/drawingsurface.h"
 #include "platform/textcache.h"
 
-#include <QPainter>
-#include <QPen>
-#include <QSvgGenerator>
+#include <QImage>
+#include <QString>
+#include <QXmlStreamWriter>
 
 #include <memory>
 
@@ -17,20 +17,26 @@ class QImageSurface;
 
 // The drawing surface as an SVG drawing written to a device: lines are SVG
 // lines, circles circles and printed text text, so that the drawing stays
-// sharp when scaled for print. One pixel of the drawing is 15 twips, and its
-// fonts are sized at 96 dots per inch as on the image surface.
+// sharp when scaled for print and each element can be edited. One pixel of
+// the drawing is 15 twips, and its fonts are sized at 96 dots per inch as on
+// the image surface.
+//
+// beginLayer puts what follows into a group of its own, which drawing
+// programs such as Inkscape show as a layer of that name.
 //
 // SVG has no raster operations, so pictures (the underlay and the tracing
 // paper) are combined on an image surface of the same size first; that image
-// goes into the drawing as one embedded picture before anything is drawn over
-// it.
+// goes into the drawing as one embedded PNG, in a group of its own, before
+// anything is drawn over it.
 class SvgSurface : public DrawingSurface {
 public:
     SvgSurface(QIODevice& device, QSize pixels, const QString& title);
     ~SvgSurface() override;
 
-    // Ends the drawing and writes what is left of it to the device.
-    void finish();
+    // Ends the group drawn into and starts one named name.
+    void beginLayer(const QString& name);
+    // Ends the drawing; false when the device could not take all of it.
+    bool finish();
 
     float width() const override { return m_widthTwips; }
     float height() const override { return m_heightTwips; }
@@ -55,9 +61,9 @@ public:
     void refresh() override {}
 
 private:
-    void usePen(ColorRGB colour);
     // Puts the pictures painted so far into the drawing.
     void flushPictures();
+    void endGroup();
     bool outside(float left, float top, float right, float bottom) const;
 
     float m_widthTwips;
@@ -68,12 +74,14 @@ private:
     int m_penWidth = 1;
     float m_textX = 0;
     float m_textY = 0;
+    QXmlStreamWriter m_xml;
+    bool m_open = true;
+    bool m_inGroup = false;
+    int m_groups = 0;
+    QImage m_metrics; // the 96 dots per inch fonts are measured at
     TextCache m_text;
-    QSvgGenerator m_generator;
-    QPainter m_painter;
-    QPen m_qpen;
-    bool m_penSet = false;
-    const QFont* m_painterFont = nullptr; // the cache's font the painter holds
+    QString m_fontFamily;
+    float m_ascent = 0;
     std::unique_ptr<QImageSurface> m_pictures; // pictures not yet in the drawing
 };
 

@@ -3,6 +3,7 @@
 #include "platform/imagesurface.h"
 #include "platform/svgsurface.h"
 #include "platform/twips.h"
+#include "render/underlay.h"
 
 #include <QFileInfo>
 #include <QImageWriter>
@@ -81,6 +82,36 @@ QString writePng(QSaveFile& file, QSize pixels, const FrameSource& source, Color
     return {};
 }
 
+// The layers one after another, each a group named as its check box is, so
+// that a drawing program shows the map's layers; the underlay beneath them.
+QString writeSvg(QSaveFile& file, QSize pixels, const FrameSource& source, ColorRGB background, const QString& title)
+{
+    SvgSurface surface(file, pixels, title);
+    surface.setBackColor(background);
+    surface.setPenWidth(2);
+    surface.clear();
+    if (source.underlay.underlayOn)
+        paintUnderlay(surface, source.underlay);
+    UnderlayState noUnderlay;
+    noUnderlay.underlayOn = false;
+    for (std::size_t layer = 0; layer < std::size_t(kLayerCount); ++layer) {
+        if (!source.display.layerChecked[layer])
+            continue;
+        DisplayOptions only = source.display;
+        only.layerChecked = {};
+        only.layerChecked[layer] = true;
+        surface.beginLayer(source.doc.homes[layer].caption);
+        drawMap(surface, {source.doc, source.view, only, noUnderlay}, MapPart{});
+    }
+    if (source.player) {
+        surface.beginLayer(QStringLiteral("Player"));
+        drawPlayerMarker(surface, source.view, *source.player);
+    }
+    if (!surface.finish())
+        return file.errorString();
+    return {};
+}
+
 } // namespace
 
 QString writePicture(const QString& path, PictureFormat format, const PictureFrame& frame, const FrameSource& map,
@@ -101,9 +132,9 @@ QString writePicture(const QString& path, PictureFormat format, const PictureFra
         if (!error.isEmpty())
             return error;
     } else {
-        SvgSurface surface(file, frame.pixels, QFileInfo(path).completeBaseName());
-        drawPicture(surface, source, background);
-        surface.finish();
+        const QString error = writeSvg(file, frame.pixels, source, background, QFileInfo(path).completeBaseName());
+        if (!error.isEmpty())
+            return error;
     }
     if (!file.commit())
         return file.errorString();

@@ -4,7 +4,7 @@
 # "install-deps.sh package" adds what scripts/package.sh builds and checks the
 # Debian package with.
 set -euo pipefail
-packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl-dev libgtest-dev fonts-dejavu-core fonts-liberation2)
+packages=(g++ cmake ninja-build qt6-base-dev libgl-dev libgtest-dev fonts-dejavu-core fonts-liberation2)
 if [ "${1:-}" = fuzz ]; then
   packages+=(clang libclang-rt-14-dev)
 fi

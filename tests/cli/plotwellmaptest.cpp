@@ -147,7 +147,7 @@ TEST_F(PlotwellMap, HostileFilesGetAMessageAndAStatus)
         {dir.path(), ": cannot be opened: it is a folder, not a file"},
         {binary, ": 0 lines, 0 labels, holds NUL bytes (not a text file)"},
         {stops, ": 1 lines, 0 labels, stopped at line 2: fewer than nine fields"},
-        {path("missing.txt"), ": cannot be opened: No such file or directory"},
+        {path("missing.txt"), ": cannot be opened: " + plotwell::test::openErrorOf(path("missing.txt")).toLocal8Bit()},
     };
 #ifdef Q_OS_UNIX
     ASSERT_EQ(mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
@@ -208,6 +208,8 @@ TEST_F(PlotwellMap, RenderWritesAPictureOrTellsWhyNot)
     EXPECT_EQ(QImage(path("b.png")).size(), QSize(300, 200));
     const QByteArray svg = read(path("a.svg"));
     EXPECT_TRUE(svg.contains(">Camp</text>") && svg.contains(">Bank</text>")) << "the base layer and layer 1";
+    EXPECT_TRUE(svg.contains("inkscape:label=\"zone.txt\"") && svg.contains("inkscape:label=\"Zone_1.txt\""))
+        << "each layer a group named after its file";
     EXPECT_FALSE(read(path("c.SVG")).contains("<text"));
 }
 

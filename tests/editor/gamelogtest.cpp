@@ -6,6 +6,7 @@
 #include "tests/support/fakes.h"
 #include "tests/support/files.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -33,7 +34,8 @@ TEST(FollowGameLog, LocationsAppendedToTheLogMoveTheMarkerSetZAndDrawThePath)
     e.palette.activeColor = {10, 20, 30};
     w.fileDialog.answers = {log};
     followGameLogFromMenu(e);
-    EXPECT_EQ(w.settings.get(QStringLiteral("settings"), QStringLiteral("previousLogFolder"), {}), dir.path() + "/");
+    EXPECT_EQ(w.settings.get(QStringLiteral("settings"), QStringLiteral("previousLogFolder"), {}),
+              QDir::toNativeSeparators(dir.path()) + QDir::separator());
     toggleRecordPath(e);
     EXPECT_FALSE(pollGameLog(e));
     const auto append = [&](const QByteArray& bytes) {

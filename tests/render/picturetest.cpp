@@ -8,6 +8,7 @@
 #include "tests/support/fakes.h"
 #include "tests/support/records.h"
 
+#include <QDir>
 #include <QImage>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
@@ -117,25 +118,60 @@ std::vector<QXmlStreamAttributes> svgElements(const QString& path, const QString
     return found;
 }
 
-TEST(Picture, AnSvgDrawsLinesAsLinesAndLabelsAsText)
+QString attr(const QXmlStreamAttributes& a, const char* name) { return a.value(QLatin1String(name)).toString(); }
+
+QString layerOf(const QXmlStreamAttributes& a)
+{
+    return a.value(QStringLiteral("http://www.inkscape.org/namespaces/inkscape"), QStringLiteral("label")).toString();
+}
+
+TEST(Picture, AnSvgDrawsEachLayerAsAGroupOfLinesAndTexts)
 {
     SmallMap m;
+    addTestLabel(m.editor, 50, 0, 0, kBlue, "Bank", 2);
+    m.editor.display.layerChecked[2] = true;
+    m.editor.doc.homes[2].caption = QStringLiteral("zone_2.txt");
     const QString path = m.write(PictureFormat::Svg);
     QStringList lines;
-    for (const QXmlStreamAttributes& a : svgElements(path, "polyline"))
-        lines << QStringList{a.value("points").trimmed().toString(), a.value("stroke").toString(),
-                             a.value("stroke-width").toString()}
+    for (const QXmlStreamAttributes& a : svgElements(path, "line"))
+        lines << QStringList{layerOf(a), attr(a, "x1") + "," + attr(a, "y1"), attr(a, "x2") + "," + attr(a, "y2"),
+                             attr(a, "stroke"), attr(a, "stroke-width")}
                      .join(' ');
-    EXPECT_EQ(lines, QStringList({"16,18 224,18 #ff0000 2", "16,122 224,122 #0000ff 2"}));
+    EXPECT_EQ(lines, QStringList({"Base Layer 16,18 224,18 #ff0000 2", "Base Layer 16,122 224,122 #0000ff 2"}));
 
     QString text;
     const auto texts = svgElements(path, "text", &text);
-    ASSERT_EQ(texts.size(), 1u);
-    EXPECT_EQ(text, "Camp_Fire?|");
-    EXPECT_EQ(texts[0].value("fill").toString() + " " + texts[0].value("x").toString(), "#000000 16");
+    ASSERT_EQ(texts.size(), 2u);
+    EXPECT_EQ(text, "Camp_Fire?|Bank|");
+    EXPECT_EQ(layerOf(texts[0]) + " " + attr(texts[0], "fill") + " " + attr(texts[0], "x"), "Base Layer #000000 16");
+    // The label's top is at its place (y 18); SVG places the text by its baseline.
+    const double size = attr(texts[0], "font-size").toDouble(), baseline = attr(texts[0], "y").toDouble();
+    EXPECT_GT(baseline, 18 + size / 2);
+    EXPECT_LT(baseline, 18 + size * 1.3);
+    EXPECT_EQ(layerOf(texts[1]) + " " + attr(texts[1], "fill"), "zone_2.txt #0000ff");
     const auto marks = svgElements(path, "circle");
-    ASSERT_EQ(marks.size(), 1u);
-    EXPECT_EQ(marks[0].value("cx").toString() + "," + marks[0].value("cy").toString(), "16,18");
+    ASSERT_EQ(marks.size(), 2u);
+    EXPECT_EQ(attr(marks[0], "cx") + "," + attr(marks[0], "cy"), "16,18");
+    EXPECT_TRUE(svgElements(path, "image").empty()) << "no underlay was asked for";
+}
+
+TEST(Picture, AnSvgCarriesTheUnderlayAsAnEmbeddedPngBeneathTheLayers)
+{
+    SmallMap m;
+    QImage red(4, 4, QImage::Format_RGB32);
+    red.fill(qRgb(255, 0, 0));
+    m.editor.underlay.picture = red;
+    m.editor.underlay.underlayOn = true;
+    const QString path = m.write(PictureFormat::Svg);
+    const auto images = svgElements(path, "image");
+    ASSERT_EQ(images.size(), 1u);
+    EXPECT_EQ(layerOf(images[0]) + " " + attr(images[0], "width") + "x" + attr(images[0], "height"), "Underlay 240x140");
+    const QString href = images[0].value(QStringLiteral("http://www.w3.org/1999/xlink"), QStringLiteral("href")).toString();
+    ASSERT_TRUE(href.startsWith("data:image/png;base64,"));
+    const QImage picture = QImage::fromData(QByteArray::fromBase64(href.mid(22).toLatin1()), "PNG");
+    ASSERT_EQ(picture.size(), QSize(240, 140));
+    EXPECT_EQ(picture.pixel(120, 70), qRgb(255, 0, 0));
+    EXPECT_EQ(svgElements(path, "line").size(), 2u) << "the lines are still drawn over it";
 }
 
 TEST(Picture, TheCurrentViewIsThePictureTheScreenShows)

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QCoreApplication>
+#include <QDir>
 #include <QDropEvent>
 #include <QElapsedTimer>
 #include <QGroupBox>
@@ -22,6 +23,7 @@
 #include <QWheelEvent>
 
 #include "document/mapwriter.h"
+#include "platform/settingsstore.h"
 #include "view/zoom.h"
 #include "tests/support/files.h"
 #include "tests/support/qtprinters.h"
@@ -100,6 +102,11 @@ TEST(MainWindow, DroppedFileLoadsIntoTheBaseLayerAndShows)
     EXPECT_EQ(window.editor().doc.lineCount(), 1u);
     EXPECT_EQ(window.editor().doc.labelCount(), 1u);
     EXPECT_EQ(window.controls().chkLayer[0]->text(), QStringLiteral("zone.txt"));
+    // A dropped file's address becomes a path of the system's own form, and its
+    // folder is remembered with the separator at its end (a backslash on Windows).
+    EXPECT_EQ(window.editor().doc.homes[0].layerFile, QDir::toNativeSeparators(path));
+    EXPECT_EQ(QtSettingsStore().get(QStringLiteral("settings"), QStringLiteral("previousMapFolder"), {}),
+              QDir::toNativeSeparators(dir.path()) + QDir::separator());
     // The base layer is fitted: the scale caption no longer reads 1.
     EXPECT_NE(window.controls().lblScale->text(), QStringLiteral("Scale: 1"));
 

@@ -32,4 +32,14 @@ inline void appendBytes(const QString& path, const QByteArray& bytes)
     file.write(bytes);
 }
 
+// What this system says when a file cannot be opened for reading or for
+// writing, such as one in a folder that does not exist: the words differ
+// from one system to another.
+inline QString openErrorOf(const QString& path, QIODevice::OpenMode mode = QIODevice::ReadOnly)
+{
+    QFile file(path);
+    EXPECT_FALSE(file.open(mode)) << path.toStdString();
+    return file.errorString();
+}
+
 } // namespace plotwell::test
