@@ -2,7 +2,6 @@
 #include "editor/mapevents.h"
 #include "bench/nullservices.h"
 #include "document/ansitext.h"
-#include "editor/drawlines.h"
 #include "editor/viewcommands.h"
 #include "render/colorrules.h"
 #include "render/labelfont.h"
@@ -214,20 +213,20 @@ int runFrameBench(const QStringList& args)
         [&] { drawFrame(surface, source); }, // the whole frame on one core, as each frame once was
         [&] { // the whole picture painted again, on every core
             editor.picture.forget();
-            drawLines(editor, false);
+            editor.drawLines();
         },
         [&] { floor.draw(); },
         [&] {
             selectEveryHundredth(true);
             advanceFlash(editor.display);
-            drawLines(editor, false);
+            editor.drawLines();
             selectEveryHundredth(false);
         },
         [&] {
             const float x = grip.x + (dragRight ? 150.0f : 0.0f);
             dragRight = !dragRight;
             mapMouseMove(editor, kLeftButton, {x, grip.y});
-            drawLines(editor, false);
+            editor.drawLines();
         },
         [&] { // a crosshair mark: the frame, the location printed beside the mark
             editor.tools.crosshair().press(editor.toolContext(), grip);
@@ -239,7 +238,7 @@ int runFrameBench(const QStringList& args)
             marker.shown = true;
             markerRight = !markerRight;
             marker.at = toWorld(editor.view, {grip.x + (markerRight ? 600.0f : 0.0f), grip.y});
-            drawLines(editor, false);
+            editor.drawLines();
         },
     };
     showLocation(editor.view, grip.x, grip.y);

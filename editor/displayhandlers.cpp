@@ -1,7 +1,6 @@
 #include "editor/displayhandlers.h"
 
 #include "document/numbertext.h"
-#include "editor/drawlines.h"
 #include "editor/editor.h"
 #include "view/zoom.h"
 
@@ -13,7 +12,7 @@ namespace {
 // Redraws and hands the keyboard focus back to the map, so that its keys keep arriving.
 void redrawAndFocusMap(Editor& editor)
 {
-    drawLines(editor, false);
+    editor.drawLines();
     editor.focusMap();
 }
 
@@ -51,7 +50,7 @@ void chkHeightClicked(Editor& editor)
     redrawAndFocusMap(editor);
 }
 
-void chkInvertClicked(Editor& editor) { drawLines(editor, false); }
+void chkInvertClicked(Editor& editor) { editor.drawLines(); }
 
 void chkFlashClicked(Editor& editor) { redrawAndFocusMap(editor); }
 
@@ -68,7 +67,7 @@ void chkHeightMouseDown(Editor& editor, int button)
     if (button != kRightButton)
         return;
     askHeightRange(editor);
-    drawLines(editor, false);
+    editor.drawLines();
 }
 
 } // namespace plotwell

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/gamelog.h"
+#include "editor/shellstate.h"
 #include "document/history.h"
 #include "document/mapdocument.h"
 #include "palette/palette.h"
@@ -18,15 +19,6 @@
 
 namespace plotwell {
 
-// The main window's own state: where its panels stand and the timed shutdown.
-struct ShellState {
-    float toolsLeft = 6840; // frmTools, twips
-    float stuffLeft = 6840; // frmStuff, twips
-    std::int16_t closeCount = 0;
-    bool endTimerEnabled = false;
-    bool wheelHooked = false;
-    bool ended = false;
-};
 
 // Everything the main window holds, as plain state grouped by subsystem,
 // with the services it reaches the outside world through. The behaviour lives
@@ -35,6 +27,10 @@ class Editor {
 public:
     explicit Editor(const Services& services);
 
+    // Paints one whole frame of the map on the drawing surface, unless the
+    // frame is held; then nothing changes, not even the colour of the
+    // selection rectangle. With noSelected, selected lines are left out.
+    void drawLines(bool noSelected = false);
     // What the tools reach of the editor, for one event handed to them.
     ToolContext toolContext();
 

@@ -1,12 +1,11 @@
 #include "editor/gamelog.h"
 
-#include "editor/drawlines.h"
 #include "editor/edits.h"
 #include "editor/editor.h"
 #include "editor/maploading.h"
 #include "platform/filetail.h"
 #include "platform/filewatch.h"
-#include "tools/gameloc.h"
+#include "editor/gameloc.h"
 #include "tools/recordtext.h"
 #include "view/viewcontrol.h"
 
@@ -136,7 +135,7 @@ bool pollGameLog(Editor& editor)
         return false;
     // The marker is shown at once, over whatever a tool held on the map.
     releaseHeldFrame(editor);
-    drawLines(editor);
+    editor.drawLines();
     return true;
 }
 

@@ -1,7 +1,7 @@
 #include "editor/helpcommands.h"
 
-#include "editor/editor.h"
 #include "editor/startup.h"
+#include "platform/services.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -36,23 +36,22 @@ QString aboutText(const QString& homePage)
     return lines.join(QStringLiteral("\r\n"));
 }
 
-void showAbout(Editor& editor)
+void showAbout(Dialogs& dialogs)
 {
-    editor.services.dialogs.message(aboutText(QStringLiteral(PLOTWELL_HOME_PAGE)), kTitle);
+    dialogs.message(aboutText(QStringLiteral(PLOTWELL_HOME_PAGE)), kTitle);
 }
 
-void showReadme(Editor& editor)
+void showReadme(Launcher& launcher, Dialogs& dialogs)
 {
-    Launcher& launcher = editor.services.launcher;
     const QString readme = findReadme(launcher.programFolder());
     if (readme.isEmpty()) {
-        editor.services.dialogs.message(
+        dialogs.message(
             QStringLiteral("The file readme.txt was not found in %1.").arg(launcher.programFolder()), kTitle);
         return;
     }
     // The viewer runs on its own; the editor does not wait for it.
     if (!launcher.openDocument(readme))
-        editor.services.dialogs.message(
+        dialogs.message(
             QStringLiteral("No program to show text files could be started for %1.").arg(readme), kTitle);
 }
 

@@ -1,6 +1,5 @@
 #include "editor/layercommands.h"
 
-#include "editor/drawlines.h"
 #include "editor/editor.h"
 #include "editor/edits.h"
 #include "view/viewcontrol.h"
@@ -17,12 +16,12 @@ void setActiveLayer(Editor& editor, std::int16_t layer)
     editor.doc.activeLayer = layer;
     // The active layer is always made visible.
     setLayerChecked(editor, layer, true);
-    drawLines(editor);
+    editor.drawLines();
 }
 
 void layerCheckClicked(Editor& editor, int /*layer*/)
 {
-    drawLines(editor);
+    editor.drawLines();
     editor.focusMap();
 }
 

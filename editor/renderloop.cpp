@@ -1,6 +1,5 @@
 #include "editor/renderloop.h"
 
-#include "editor/drawlines.h"
 #include "editor/editor.h"
 #include "render/colorrules.h"
 
@@ -16,7 +15,7 @@ bool RenderLoop::tick(Editor& editor)
     const bool settling = editor.picture.settling() && !editor.tools.state.holdDrawing;
     if (m_drawnOnce && !editor.frameDirty && !flashing && !settling)
         return false;
-    drawLines(editor, false);
+    editor.drawLines();
     editor.frameDirty = false;
     m_drawnOnce = true;
     return true;

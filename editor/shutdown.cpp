@@ -1,18 +1,16 @@
 #include "editor/shutdown.h"
 
-#include "editor/editor.h"
-
 namespace plotwell {
 
-void requestClose(Editor& editor) { editor.shell.endTimerEnabled = true; }
+void requestClose(ShellState& shell) { shell.endTimerEnabled = true; }
 
-void endTimerTick(Editor& editor)
+void endTimerTick(ShellState& shell)
 {
-    ++editor.shell.closeCount;
-    if (editor.shell.closeCount == 1)
-        editor.shell.wheelHooked = false;
-    if (editor.shell.closeCount == 2)
-        editor.shell.ended = true;
+    ++shell.closeCount;
+    if (shell.closeCount == 1)
+        shell.wheelHooked = false;
+    if (shell.closeCount == 2)
+        shell.ended = true;
 }
 
 } // namespace plotwell

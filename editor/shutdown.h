@@ -1,12 +1,12 @@
 #pragma once
 
-namespace plotwell {
+#include "editor/shellstate.h"
 
-class Editor;
+namespace plotwell {
 
 // The close box and "Exit" do not close at once: they start the shutdown
 // timer. Its first tick removes the wheel hook, its second ends the program.
-void requestClose(Editor& editor);
-void endTimerTick(Editor& editor);
+void requestClose(ShellState& shell);
+void endTimerTick(ShellState& shell);
 
 } // namespace plotwell

@@ -1,6 +1,5 @@
 #include "editor/underlaycommands.h"
 
-#include "editor/drawlines.h"
 #include "editor/editor.h"
 #include "editor/maploading.h"
 
@@ -38,7 +37,7 @@ bool loadUnderlay(Editor& editor, const QString& fileName)
     editor.underlay.picture = std::move(picture);
     editor.underlay.builtIn = false;
     editor.underlay.underlayOn = true;
-    drawLines(editor);
+    editor.drawLines();
     return true;
 }
 

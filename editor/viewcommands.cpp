@@ -1,6 +1,5 @@
 #include "editor/viewcommands.h"
 
-#include "editor/drawlines.h"
 #include "editor/edits.h"
 #include "editor/editor.h"
 #include "tools/deletion.h"
@@ -30,7 +29,7 @@ void mapKeyDown(Editor& editor, int keyCode, int shift)
     if (keyCode == Key::Delete)
         deleteKey(context, shift);
     editor.tools.key(context, keyCode, shift);
-    drawLines(editor);
+    editor.drawLines();
 }
 
 void mapKeyUp(Editor& editor, int keyCode, int shift) { keyFlagsUp(editor.keys, keyCode, shift); }
@@ -62,7 +61,7 @@ void onMouseWheel(Editor& editor, int delta)
         }
         view.currentZ = z;
         view.readout.z = singleCaption(z);
-        drawLines(editor);
+        editor.drawLines();
     }
     editor.services.events.processEvents();
 }

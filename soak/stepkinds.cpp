@@ -426,10 +426,10 @@ Step makeCloseAll(Generator&) { return make("close_all"); }
 void runCloseAll(World& w, const Step&) { closeAllLayers(w.editor); }
 
 Step makeAbout(Generator&) { return make("about"); }
-void runAbout(World& w, const Step&) { showAbout(w.editor); }
+void runAbout(World& w, const Step&) { showAbout(w.editor.services.dialogs); }
 
 Step makeReadme(Generator&) { return make("readme"); }
-void runReadme(World& w, const Step&) { showReadme(w.editor); }
+void runReadme(World& w, const Step&) { showReadme(w.editor.services.launcher, w.editor.services.dialogs); }
 
 Step makeExit(Generator& g)
 {
@@ -442,9 +442,9 @@ void runExit(World& w, const Step&)
 {
     // Exit starts the shutdown; its first tick lets the wheel go. The second
     // would end the program, so the run stops short of it.
-    requestClose(w.editor);
+    requestClose(w.editor.shell);
     if (w.editor.shell.closeCount == 0)
-        endTimerTick(w.editor);
+        endTimerTick(w.editor.shell);
 }
 
 // ---- the window
@@ -466,7 +466,7 @@ Step makeResize(Generator& g)
     const auto side = [&g](double usual) { return g.rng.chance(0.8) ? g.rng.range(3000, usual) : g.rng.range(0, 3000); };
     return make("resize", {side(30000), side(18000)});
 }
-void runResize(World& w, const Step& s) { layoutWindow(w.editor, s.single(0), s.single(1)); }
+void runResize(World& w, const Step& s) { layoutWindow(w.editor.view, w.editor.shell, w.editor.services.surface, s.single(0), s.single(1)); }
 
 Step makeChangedElsewhere(Generator& g)
 {
@@ -554,7 +554,7 @@ void runStart(World& w, const Step& s)
 void startProgram(World& world, QSizeF window)
 {
     startUp(world.editor);
-    layoutWindow(world.editor, float(window.width()), float(window.height()));
+    layoutWindow(world.editor.view, world.editor.shell, world.editor.services.surface, float(window.width()), float(window.height()));
     finishStartUp(world.editor);
 }
 

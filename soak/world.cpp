@@ -29,9 +29,9 @@ World::World(const QString& folder, Machine& machine)
 
 void World::closeWindow()
 {
-    requestClose(editor);
+    requestClose(editor.shell);
     for (int tick = 0; tick < 3 && !editor.shell.ended; ++tick)
-        endTimerTick(editor);
+        endTimerTick(editor.shell);
 }
 
 } // namespace plotwell::soak

@@ -140,7 +140,7 @@ void MainWindow::applyLayout()
     const QSizeF outer = outerSizeTwips();
     m_laidOutFor = frameGeometry().size();
     m_editor.frameDirty = true;
-    layoutWindow(m_editor, float(outer.width()), float(outer.height()));
+    layoutWindow(m_editor.view, m_editor.shell, m_surface, float(outer.width()), float(outer.height()));
     m_controls.map->setGeometry(0, 0, px(m_editor.view.mapWidth), px(m_editor.view.mapHeight));
     m_controls.frmTools->move(px(m_editor.shell.toolsLeft), 0);
     m_controls.frmStuff->move(px(m_editor.shell.stuffLeft), px(900));
@@ -195,7 +195,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
 
 void MainWindow::requestClose()
 {
-    plotwell::requestClose(m_editor);
+    plotwell::requestClose(m_editor.shell);
     if (m_editor.shell.endTimerEnabled && !m_endTimer.isActive())
         m_endTimer.start();
 }
@@ -207,7 +207,7 @@ void MainWindow::openFiles(const QStringList& paths)
 
 void MainWindow::endTimerTick()
 {
-    plotwell::endTimerTick(m_editor);
+    plotwell::endTimerTick(m_editor.shell);
     unhookWheelIfReleased();
     endIfDue();
 }

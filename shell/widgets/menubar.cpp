@@ -51,8 +51,8 @@ void MainWindow::buildMenus()
                                                    [this] { handle([&] { stopFollowing(m_editor); }); });
 
     QMenu* help = menuBar()->addMenu(QStringLiteral("Help"));
-    help->addAction(QStringLiteral("Readme"), this, [this] { handle([&] { showReadme(m_editor); }); });
-    help->addAction(QStringLiteral("About"), this, [this] { handle([&] { showAbout(m_editor); }); });
+    help->addAction(QStringLiteral("Readme"), this, [this] { handle([&] { showReadme(m_editor.services.launcher, m_editor.services.dialogs); }); });
+    help->addAction(QStringLiteral("About"), this, [this] { handle([&] { showAbout(m_editor.services.dialogs); }); });
 }
 
 void MainWindow::buildEditMenu()

@@ -16,7 +16,7 @@ namespace {
 TEST(About, FiveLinesEndingInTheVersion)
 {
     FakeWorld w;
-    showAbout(w.editor);
+    showAbout(w.dialogs);
     ASSERT_EQ(w.dialogs.messages.size(), 1u);
     const QStringList lines = w.dialogs.messages[0].text.split(QStringLiteral("\r\n"));
     ASSERT_EQ(lines.size(), 5);
@@ -40,23 +40,23 @@ TEST(Readme, OpensTheFileBesideTheProgramOrInItsDocumentationFolder)
     w.launcher.folder = QDir::toNativeSeparators(dir.filePath(QStringLiteral("bin")));
     QDir().mkpath(w.launcher.folder);
 
-    showReadme(w.editor); // nowhere yet
+    showReadme(w.launcher, w.dialogs); // nowhere yet
     ASSERT_EQ(w.dialogs.messages.size(), 1u);
     EXPECT_TRUE(w.dialogs.messages[0].text.contains(QStringLiteral("readme.txt")));
     EXPECT_TRUE(w.launcher.opened.isEmpty());
 
     touch(QStringLiteral("share/doc/plotwell/readme.txt"));
-    showReadme(w.editor);
+    showReadme(w.launcher, w.dialogs);
     touch(QStringLiteral("bin/readme.txt"));
-    showReadme(w.editor);
-    showReadme(w.editor); // twice: two viewers
+    showReadme(w.launcher, w.dialogs);
+    showReadme(w.launcher, w.dialogs); // twice: two viewers
     EXPECT_EQ(w.launcher.opened,
               (QStringList{QDir::toNativeSeparators(dir.filePath(QStringLiteral("share/doc/plotwell/readme.txt"))),
                            QDir::toNativeSeparators(dir.filePath(QStringLiteral("bin/readme.txt"))),
                            QDir::toNativeSeparators(dir.filePath(QStringLiteral("bin/readme.txt")))}));
 
     w.launcher.viewerFound = false;
-    showReadme(w.editor);
+    showReadme(w.launcher, w.dialogs);
     ASSERT_EQ(w.dialogs.messages.size(), 2u);
     EXPECT_TRUE(w.dialogs.messages[1].text.startsWith(QStringLiteral("No program to show text files")));
 }

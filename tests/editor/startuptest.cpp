@@ -51,7 +51,7 @@ TEST(WindowLayout, PanelsFollowTheOuterSize)
     FakeWorld world;
     Editor& e = world.editor;
     for (const LayoutCase& c : cases) {
-        layoutWindow(e, c.width, c.height);
+        layoutWindow(e.view, e.shell, e.services.surface, c.width, c.height);
         EXPECT_EQ(e.shell.stuffLeft, c.stuffLeft) << c.width;
         EXPECT_EQ(e.shell.toolsLeft, c.stuffLeft) << c.width;
         EXPECT_EQ(e.view.mapWidth, c.mapWidth) << c.width;
@@ -67,17 +67,17 @@ TEST(Shutdown, EndsOnTheSecondTickAfterRemovingTheWheelHook)
     Editor& e = world.editor;
     startUp(e);
     EXPECT_FALSE(e.shell.endTimerEnabled);
-    requestClose(e);
+    requestClose(e.shell);
     EXPECT_TRUE(e.shell.endTimerEnabled);
     EXPECT_FALSE(e.shell.ended);
 
-    endTimerTick(e);
+    endTimerTick(e.shell);
     EXPECT_EQ(e.shell.closeCount, 1);
     EXPECT_FALSE(e.shell.wheelHooked);
     EXPECT_FALSE(e.shell.ended);
 
-    requestClose(e); // a second request only enables the timer again
-    endTimerTick(e);
+    requestClose(e.shell); // a second request only enables the timer again
+    endTimerTick(e.shell);
     EXPECT_EQ(e.shell.closeCount, 2);
     EXPECT_TRUE(e.shell.ended);
 }

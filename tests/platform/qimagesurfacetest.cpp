@@ -1,6 +1,5 @@
 #include "platform/qimagesurface.h"
 
-#include "editor/drawlines.h"
 #include "tests/platform/naivesurface.h"
 #include "tests/support/busymap.h"
 #include "tests/support/records.h"
@@ -52,7 +51,7 @@ TEST(QImageSurface, ALabelsTextHasItsSizeAndPlaceAndAFrameIsPresentedOnce)
     setCurrentScale(w.editor.view, w.editor.doc, 100);
     // At scale 100 a world unit is 100 twips: a label at (30 px, 15 px).
     addTestLabel(w.editor, 0.3f * kPx, 0.15f * kPx, 0, kGreen, "Hi");
-    drawLines(w.editor);
+    w.editor.drawLines();
     EXPECT_EQ(presented, 1);
 
     const QImage& image = surface.image();

@@ -1,4 +1,3 @@
-#include "editor/drawlines.h"
 #include "render/stereo.h"
 
 #include "tests/support/records.h"
@@ -22,7 +21,7 @@ TEST(MapRenderer, AnEmptyFrameClearsAndPresentsAndHoldDrawsNothing)
     for (const auto& c : cases) {
         FakeWorld w;
         w.surface.setBackColor(c[0]);
-        drawLines(w.editor);
+        w.editor.drawLines();
         EXPECT_EQ(opsOf(w.surface), (std::vector<Op>{Op::Clear, Op::Refresh}));
         EXPECT_EQ(w.editor.selection.box.border, c[1]) << c[0].value();
 
@@ -30,7 +29,7 @@ TEST(MapRenderer, AnEmptyFrameClearsAndPresentsAndHoldDrawsNothing)
         addTestLine(w.editor, 0, 0, 0, 10, 10, 0, kBlue);
         w.surface.setBackColor(c[1]);
         w.editor.tools.state.holdDrawing = true;
-        drawLines(w.editor);
+        w.editor.drawLines();
         EXPECT_TRUE(w.surface.calls.empty());
         EXPECT_EQ(w.editor.selection.box.border, c[1]) << "hold leaves the border";
     }
@@ -46,7 +45,7 @@ TEST(MapRenderer, LinesThenLabelsEachInRecordOrderAtTheirSurfacePlace)
     setCurrentScale(w.editor.view, w.editor.doc, 2); // rescales every point
     w.editor.view.offsetX = 100;
     w.editor.view.offsetY = -50;
-    drawLines(w.editor);
+    w.editor.drawLines();
 
     // Each line with a pen of width 2 in its colour, then a black pen.
     const std::vector<Op> line{Op::PenWidth, Op::PenColor, Op::Line, Op::PenColor};
@@ -103,7 +102,7 @@ TEST(MapRenderer, RecordColourFollowsSelectionFlashAndInversion)
         w.editor.display.flashLevel = c.flashLevel;
         w.editor.doc.setLineSelected(addTestLine(w.editor, 0, 0, 0, 10, 10, 0, c.own), c.selected);
         w.editor.doc.setLabelSelected(addTestLabel(w.editor, 0, 0, 0, c.own, "Here"), c.selected);
-        drawLines(w.editor);
+        w.editor.drawLines();
         EXPECT_EQ(w.surface.only(Op::Line).at(0).colour, c.drawn) << c.name;
         EXPECT_EQ(w.surface.only(Op::Print).at(0).colour, c.drawn) << c.name;
     }
@@ -138,7 +137,7 @@ TEST(MapRenderer, HiddenLayersTheShowBoxesAndNoSelectedChooseWhatIsDrawn)
             w.editor.doc.setLineSelected(addTestLine(w.editor, layer, 0, 0, 10, 10, 0, kBlue, layer), layer == 2);
             w.editor.doc.setLabelSelected(addTestLabel(w.editor, layer, 0, 0, kBlue, "L" + std::to_string(layer), layer), layer == 2);
         }
-        drawLines(w.editor, c.noSelected);
+        w.editor.drawLines(c.noSelected);
         EXPECT_EQ(drawn(w.surface), c.drawn);
     }
 }
@@ -166,7 +165,7 @@ TEST(MapRenderer, HeightFilterTestsTheFirstEndOnlyAndHidesOnlyAGreaterDifference
         w.editor.view.currentZ = c.currentZ;
         addTestLine(w.editor, 0, 0, c.z1, 10, 10, c.z2, kBlue);
         addTestLabel(w.editor, 0, 0, c.z1, kBlue, "Here");
-        drawLines(w.editor);
+        w.editor.drawLines();
         EXPECT_EQ(drawn(w.surface), c.drawn ? "0 Here " : "") << c.name;
     }
 }
@@ -177,13 +176,13 @@ TEST(MapRenderer, TheFontFollowsTheScaleAndTheFrameLeavesTheStateOfItsLastDrawin
     addTestLabel(w.editor, 0, 0, 0, kGreen, "One", 0, 0);
     addTestLabel(w.editor, 0, 0, 0, ColorRGB{9, 8, 7}, "Two", 0, 3);
     setCurrentScale(w.editor.view, w.editor.doc, 9.5f);
-    drawLines(w.editor);
+    w.editor.drawLines();
     EXPECT_EQ(w.surface.only(Op::Circle).back().penWidth, 1) << "before any line, markers keep the first width";
     EXPECT_TRUE(w.surface.calls.back().pen == (ColorRGB{9, 8, 7}) && w.surface.calls.back().fill == kBlack);
 
     addTestLine(w.editor, 0, 0, 0, 10, 10, 0, kBlue);
     setCurrentScale(w.editor.view, w.editor.doc, 99.5f);
-    drawLines(w.editor);
+    w.editor.drawLines();
     const auto& last = w.surface.calls.back();
     EXPECT_TRUE(last.pen == (ColorRGB{9, 8, 7}) && last.penWidth == 2 && last.fill == kBlack) << "after labels";
     // Int(scale / 10) + 10 points whatever the size code, never bold.
@@ -194,12 +193,12 @@ TEST(MapRenderer, TheFontFollowsTheScaleAndTheFrameLeavesTheStateOfItsLastDrawin
 
     w.editor.display.showLabels = false;
     w.surface.setPenColor(kGreen);
-    drawLines(w.editor);
+    w.editor.drawLines();
     EXPECT_TRUE(w.surface.calls.back().pen == kBlack && w.surface.calls.back().penWidth == 2) << "after a line";
     // A later frame with nothing drawn changes nothing.
     w.editor.display.showLines = false;
     w.surface.setPenColor(kGreen);
-    drawLines(w.editor);
+    w.editor.drawLines();
     EXPECT_TRUE(w.surface.calls.back().pen == kGreen && w.surface.calls.back().penWidth == 2) << "after nothing";
 }
 
@@ -240,7 +239,7 @@ TEST(Stereo, RecordsAreDrawnRedThenCyanShiftedByTheirHeight)
         w.editor.doc.setLineSelected(addTestLine(w.editor, 10, 20, 0, 30, 40, 1000, c.own), c.selected);
         w.editor.doc.setLabelSelected(addTestLabel(w.editor, 10, 20, 1000, c.own, "Up_here"), c.selected);
         setCurrentScale(w.editor.view, w.editor.doc, 10);
-        drawLines(w.editor);
+        w.editor.drawLines();
         const auto lines = w.surface.only(Op::Line);
         const auto circles = w.surface.only(Op::Circle);
         const auto printed = w.surface.only(Op::Print);

@@ -1,4 +1,3 @@
-#include "editor/drawlines.h"
 #include "platform/qimagesurface.h"
 #include "platform/twips.h"
 #include "render/picturefile.h"
@@ -193,7 +192,7 @@ TEST(Picture, TheCurrentViewIsThePictureTheScreenShows)
         e.display.stereoChecked = stereo;
         e.display.showLines = lines;
         screen.setBackColor(stereo ? kBlack : kWhite);
-        drawLines(e);
+        e.drawLines();
         QTemporaryDir dir;
         const FrameSource map{e.doc, e.view, e.display, e.underlay};
         const QString path = dir.filePath("view.png");

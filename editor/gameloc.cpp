@@ -1,4 +1,4 @@
-#include "tools/gameloc.h"
+#include "editor/gameloc.h"
 
 #include "document/numbertext.h"
 
