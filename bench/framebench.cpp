@@ -197,7 +197,7 @@ int runFrameBench(const QStringList& args)
         zoomToCentre(editor);
 
     FloorFrame floor(editor, surface.image().size());
-    const FrameSource source{editor.doc, editor.view, editor.display, editor.underlay};
+    const FrameSource source = editor.frameSource();
     // Every hundredth line selected while the flash frames are timed.
     const auto selectEveryHundredth = [&](bool selected) {
         for (std::size_t i = 0; i < editor.doc.lineCount(); i += 100)

@@ -14,7 +14,7 @@ void Editor::drawLines(bool noSelected)
         return;
     DrawingSurface& surface = services.surface;
     selection.box.border = selectBoxColor(surface.backColor());
-    const FrameSource source{doc, view, display, underlay, &follower.marker};
+    const FrameSource source = frameSource();
     // A picture is kept only of an image, and only of frames that show
     // every record; other frames are drawn whole.
     auto* image = dynamic_cast<ImageSurface*>(&surface);
@@ -23,6 +23,8 @@ void Editor::drawLines(bool noSelected)
     else
         drawFrame(surface, source, noSelected);
 }
+
+FrameSource Editor::frameSource() const { return {doc, view, display, underlay, &follower.marker}; }
 
 ToolContext Editor::toolContext()
 {

@@ -7,6 +7,7 @@
 #include "palette/palette.h"
 #include "platform/services.h"
 #include "view/displayoptions.h"
+#include "render/maprenderer.h"
 #include "render/mappicture.h"
 #include "render/underlaystate.h"
 #include "tools/selection.h"
@@ -31,6 +32,8 @@ public:
     // frame is held; then nothing changes, not even the colour of the
     // selection rectangle. With noSelected, selected lines are left out.
     void drawLines(bool noSelected = false);
+    // What the map's frames are drawn from.
+    FrameSource frameSource() const;
     // What the tools reach of the editor, for one event handed to them.
     ToolContext toolContext();
 

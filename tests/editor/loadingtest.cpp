@@ -21,10 +21,10 @@ const QString kSettings = QStringLiteral("settings");
 const QString kFolderKey = QStringLiteral("previousMapFolder");
 
 // Each line as its layer * 100 + its first coordinate.
-std::vector<int> lineLayers(const Editor& editor)
+std::vector<int> lineLayers(const MapDocument& doc)
 {
     std::vector<int> layers;
-    for (const MapLine& l : editor.doc.lines())
+    for (const MapLine& l : doc.lines())
         layers.push_back(l.layer * 100 + int(l.p1.x));
     return layers;
 }
@@ -75,10 +75,10 @@ TEST_F(Loading, CancellingEmptiesTheLayerButKeepsItsFile)
     std::int16_t base = 0;
     editor.doc.activeLayer = 0;
     ASSERT_FALSE(editor.doc.addLine("1,0,0,1,1,1,0,0,0", base, 1));
-    ASSERT_EQ(lineLayers(editor), (std::vector<int>{207, 1}));
+    ASSERT_EQ(lineLayers(editor.doc), (std::vector<int>{207, 1}));
 
     loadLayerFromMenu(editor, 2); // cancelled
-    EXPECT_EQ(lineLayers(editor), (std::vector<int>{1}));
+    EXPECT_EQ(lineLayers(editor.doc), (std::vector<int>{1}));
     EXPECT_EQ(editor.doc.homes[2].caption, QStringLiteral("Layer 2"));
     EXPECT_EQ(editor.doc.homes[2].layerFile, path);
     EXPECT_EQ(editor.doc.activeLayer, 0);
@@ -138,7 +138,7 @@ TEST_F(Loading, DroppedFilesFillTheLayersWithoutAFile)
         if (c.firstStops)
             paths[0] = mapFile("bad.txt", "L 1,0,0,1,1,1,0,0,0\nL 2,x\nL 3,0,0,1,1,1,0,0,0\n");
         dropFiles(w.editor, paths);
-        EXPECT_EQ(lineLayers(w.editor), c.lines) << c.name;
+        EXPECT_EQ(lineLayers(w.editor.doc), c.lines) << c.name;
         const int last = c.lines.back() / 100;
         EXPECT_EQ(w.editor.doc.activeLayer, last) << c.name;
         EXPECT_EQ(w.editor.doc.homes[last].layerFile, paths.back()) << c.name;
@@ -219,7 +219,7 @@ TEST_F(Loading, AZoneBaseDroppedAloneBringsItsSiblings)
         if (c.layerTaken)
             w.editor.doc.homes[0].layerFile = QStringLiteral("taken.txt");
         dropFiles(w.editor, c.dropped);
-        EXPECT_EQ(lineLayers(w.editor), c.lines) << c.name;
+        EXPECT_EQ(lineLayers(w.editor.doc), c.lines) << c.name;
     }
     const auto zone = zoneFiles(base);
     ASSERT_TRUE(zone.has_value());
@@ -239,7 +239,7 @@ TEST_F(Loading, ACancelledLoadLeavesTheLayerAsItWas)
 {
     const QString old = lineFile("old.txt", 5);
     dropFiles(editor, {lineFile("base.txt", 1), lineFile("one.txt", 2), old});
-    ASSERT_EQ(lineLayers(editor), (std::vector<int>{1, 102, 205}));
+    ASSERT_EQ(lineLayers(editor.doc), (std::vector<int>{1, 102, 205}));
     QByteArray big;
     for (int i = 0; i < 20000; ++i)
         big += "L 7,0,0,1,1,1,0,0,0\r\nP 7,0,0,0,0,0,1,Here\r\n";
@@ -251,7 +251,7 @@ TEST_F(Loading, ACancelledLoadLeavesTheLayerAsItWas)
     EXPECT_TRUE(result.cancelled);
     EXPECT_EQ(world.progress.begun, 4);
     EXPECT_EQ(world.progress.ended, 4);
-    EXPECT_EQ(lineLayers(editor), (std::vector<int>{1, 102, 205}));
+    EXPECT_EQ(lineLayers(editor.doc), (std::vector<int>{1, 102, 205}));
     EXPECT_EQ(editor.doc.labelCount(), 0u);
     EXPECT_EQ(editor.doc.homes[2].layerFile, old);
     EXPECT_EQ(editor.doc.homes[2].caption, QStringLiteral("old.txt"));

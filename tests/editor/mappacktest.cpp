@@ -25,12 +25,12 @@ struct LayerCount {
     friend bool operator==(const LayerCount& a, const LayerCount& b) { return a.lines == b.lines && a.labels == b.labels; }
 };
 
-LayerCount countOf(const Editor& editor, std::int16_t layer)
+LayerCount countOf(const MapDocument& doc, std::int16_t layer)
 {
     LayerCount c;
-    for (const MapLine& l : editor.doc.lines())
+    for (const MapLine& l : doc.lines())
         c.lines += l.layer == layer;
-    for (const MapLabel& l : editor.doc.labels())
+    for (const MapLabel& l : doc.labels())
         c.labels += l.layer == layer;
     return c;
 }
@@ -61,9 +61,9 @@ void drawOn(Editor& editor, std::int16_t layer)
 TEST_F(MapPack, AZoneOpensWithItsSiblingsWhateverTheCaseOfTheirNames)
 {
     dropFiles(editor, {zone("trakanon.txt")});
-    EXPECT_EQ(countOf(editor, 0), (LayerCount{48, 6}));
-    EXPECT_EQ(countOf(editor, 1), (LayerCount{0, 11}));
-    EXPECT_EQ(countOf(editor, 2), (LayerCount{12, 0}));
+    EXPECT_EQ(countOf(editor.doc, 0), (LayerCount{48, 6}));
+    EXPECT_EQ(countOf(editor.doc, 1), (LayerCount{0, 11}));
+    EXPECT_EQ(countOf(editor.doc, 2), (LayerCount{12, 0}));
     EXPECT_EQ(editor.doc.homes[1].caption, QStringLiteral("Trakanon_1.txt"));
     EXPECT_EQ(editor.doc.homes[2].caption, QStringLiteral("TRAKANON_2.TXT"));
     EXPECT_TRUE(editor.doc.homes[3].layerFile.isEmpty());
@@ -71,8 +71,8 @@ TEST_F(MapPack, AZoneOpensWithItsSiblingsWhateverTheCaseOfTheirNames)
     // LF line ends and a blank line read as CR LF do.
     FakeWorld other;
     dropFiles(other.editor, {zone("firiona.txt")});
-    EXPECT_EQ(countOf(other.editor, 0), (LayerCount{30, 5}));
-    EXPECT_EQ(countOf(other.editor, 1), (LayerCount{0, 15}));
+    EXPECT_EQ(countOf(other.editor.doc, 0), (LayerCount{30, 5}));
+    EXPECT_EQ(countOf(other.editor.doc, 1), (LayerCount{0, 15}));
 }
 
 // A file read only in part, or one that is no map text, is left as it is by
@@ -118,7 +118,7 @@ TEST_F(MapPack, AFileNotReadWholeSurvivesTheFirstSaveAndTheOtherLayersAreSaved)
         EXPECT_EQ(w.dialogs.messages.size(), 1u) << c.file;
         FakeWorld back;
         EXPECT_TRUE(openMapFile(back.editor, path, 0).complete()) << c.file;
-        EXPECT_EQ(countOf(back.editor, 0), c.keeps) << c.file;
+        EXPECT_EQ(countOf(back.editor.doc, 0), c.keeps) << c.file;
     }
 }
 
@@ -133,7 +133,7 @@ TEST_F(MapPack, OneFileInTwoLayersIsSavedFromBothWithoutAFalseWarning)
     // Layer 2 was written last: the file holds what it held.
     FakeWorld back;
     openMapFile(back.editor, path, 0);
-    EXPECT_EQ(countOf(back.editor, 0), (LayerCount{48, 6}));
+    EXPECT_EQ(countOf(back.editor.doc, 0), (LayerCount{48, 6}));
     EXPECT_FALSE(editor.history.layerModified(0) || editor.history.layerModified(2));
 }
 
@@ -154,7 +154,7 @@ TEST_F(MapPack, ARecoveredLayerKeepsItsFileGuarded)
         ASSERT_TRUE(keeper.flush(w.editor));
     }
     RecoveryKeeper(place).recover(editor);
-    EXPECT_EQ(countOf(editor, 0), (LayerCount{132, 17}));
+    EXPECT_EQ(countOf(editor.doc, 0), (LayerCount{132, 17}));
     saveAllLayers(editor);
     EXPECT_EQ(fileBytes(path), before);
     ASSERT_EQ(messages().size(), 1);

@@ -145,9 +145,9 @@ TEST(QImageSurface, FramesAreThoseOfDrawingEveryOperationDirectly)
             // A frame of markers drawn with the first pen width, then one
             // with lines: remembered circle pixels must be those of their pen.
             e.display.showLines = false;
-            drawFrame(e.services.surface, frameSourceOf(e));
+            drawFrame(e.services.surface, e.frameSource());
             e.display.showLines = true;
-            drawFrame(e.services.surface, frameSourceOf(e));
+            drawFrame(e.services.surface, e.frameSource());
         }
         EXPECT_EQ(differingPixels(surface.image(), naive.image()), 0) << c.name;
         EXPECT_GT(coloursIn(surface.image()).size(), 4u) << c.name << " drew something";

@@ -126,10 +126,10 @@ TEST(MapPicture, EveryFrameIsThatOfAWholeSingleThreadedFrameWithTheSelectionOnTo
         const bool wasScrolled = picture.settling();
         QRegion shown;
         screen.onRefresh = [&](const QRegion& changed) { shown = changed; };
-        picture.compose(screen, frameSourceOf(e));
-        drawFrame(reference, frameSourceOf(e));
+        picture.compose(screen, e.frameSource());
+        drawFrame(reference, e.frameSource());
         const QImageSurface::State frameEnd = reference.state();
-        drawOverlays(reference, frameSourceOf(e));
+        drawOverlays(reference, e.frameSource());
         reference.setState(frameEnd);
 
         const auto [differing, inStrips, sameState] = compare(screen, reference, moved);
@@ -165,7 +165,7 @@ TEST(MapPicture, EveryFrameIsThatOfAWholeSingleThreadedFrameWithTheSelectionOnTo
         const bool settled = !picture.settling();
         QRegion shown;
         screen.onRefresh = [&](const QRegion& changed) { shown = changed; };
-        picture.compose(screen, frameSourceOf(e));
+        picture.compose(screen, e.frameSource());
         EXPECT_TRUE(!settled || shown != QRegion(screen.image().rect())) << frame;
     }
 }
@@ -185,11 +185,11 @@ TEST(MapPicture, APanDrawsEveryRowOfTheStripsItUncovers)
     screen.setPenWidth(2);
     MapPicture picture;
     for (const QPoint move : {QPoint(-10, 0), QPoint(10, 0), QPoint(0, -10), QPoint(0, 10), QPoint(-7, 5)}) {
-        picture.compose(screen, frameSourceOf(e));
+        picture.compose(screen, e.frameSource());
         adjustOffset(e.view, float(move.x()) * kPx, float(move.y()) * kPx);
-        picture.compose(screen, frameSourceOf(e));
+        picture.compose(screen, e.frameSource());
         ASSERT_TRUE(picture.settling());
-        drawFrame(reference, frameSourceOf(e));
+        drawFrame(reference, e.frameSource());
         EXPECT_EQ(std::get<1>(compare(screen, reference, move)), 0) << move.x() << "," << move.y();
     }
 }

@@ -35,12 +35,6 @@ inline std::size_t addTestLabel(Editor& editor, float x, float y, float z, Color
     return editor.doc.labelCount() - 1;
 }
 
-// What the editor's frames are drawn from.
-inline FrameSource frameSourceOf(const Editor& editor)
-{
-    return {editor.doc, editor.view, editor.display, editor.underlay, &editor.follower.marker};
-}
-
 using Op = RecordingSurface::Op;
 
 // The operations of the recorded calls, in order.
