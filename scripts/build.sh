@@ -15,5 +15,7 @@ if [ "${1:-}" = --sanitize ]; then
   export UBSAN_OPTIONS="halt_on_error=1:print_stacktrace=1"
 fi
 ./scripts/install-deps.sh
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE="$type" -DBUILD_TESTING=ON "${options[@]}" >/dev/null
+# PLOTWELL_WERROR=ON (as CI sets it) makes every compiler warning an error.
+cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE="$type" -DBUILD_TESTING=ON \
+  -DPLOTWELL_WERROR="${PLOTWELL_WERROR:-OFF}" "${options[@]}" >/dev/null
 cmake --build "$build"
