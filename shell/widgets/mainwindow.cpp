@@ -57,6 +57,8 @@ MainWindow::MainWindow()
 {
     registerResources();
     m_editor.view.decimalSeparator = systemDecimalSeparator();
+    // The map is drawn at the device pixels of the screen the window opens on.
+    m_surface.setPixelRatio(devicePixelRatioF());
     m_surface.resize(m_editor.view.mapWidth, m_editor.view.mapHeight);
 
     // The controls were laid out for a narrow 8-point face: a sans-serif of
@@ -86,7 +88,7 @@ MainWindow::MainWindow()
             syncControls();
     };
     // Only what changed is shown again: a flashing selection repaints its own records.
-    m_surface.onRefresh = [this](const QRegion& changed) { m_controls.map->update(changed); };
+    m_surface.onRefresh = [this](const QRegion& changed) { m_controls.map->showChanged(changed); };
     buildMenus();
     buildToolFrame();
     buildOptionsFrame();
@@ -178,6 +180,12 @@ void MainWindow::frameTick()
     // waits in a dialog, holds the loop and the flash until it returns.
     if (m_handlersRunning > 0 || QApplication::activeModalWidget())
         return;
+    // On a screen of another pixel ratio the map is drawn anew at its pixels.
+    const double ratio = m_controls.map->devicePixelRatioF();
+    if (ratio != m_surface.pixelRatio()) {
+        m_surface.setPixelRatio(ratio);
+        m_editor.frameDirty = true;
+    }
     if (m_loop.tick(m_editor))
         syncControls();
 }
