@@ -19,6 +19,7 @@
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QResizeEvent>
+#include <QScrollArea>
 #include <QSlider>
 #include <QWheelEvent>
 
@@ -89,6 +90,7 @@ MainWindow::MainWindow()
     };
     // Only what changed is shown again: a flashing selection repaints its own records.
     m_surface.onRefresh = [this](const QRegion& changed) { m_controls.map->showChanged(changed); };
+    m_panelContent = buildPanels(client);
     buildMenus();
     buildToolFrame();
     buildOptionsFrame();
@@ -99,8 +101,8 @@ MainWindow::MainWindow()
             "QGroupBox { border: 1px solid palette(mid); margin-top: 6px; background: palette(window); }"
             "QGroupBox::title { subcontrol-origin: margin; left: 6px; padding: 0 2px; }"
             "QCheckBox { spacing: 3px; }"));
-        frame->raise();
     }
+    m_controls.panels->raise();
 
     startUp(m_editor);
     setWindowTitle(windowCaption());
@@ -144,8 +146,17 @@ void MainWindow::applyLayout()
     m_editor.frameDirty = true;
     layoutWindow(m_editor, float(outer.width()), float(outer.height()));
     m_controls.map->setGeometry(0, 0, px(m_editor.view.mapWidth), px(m_editor.view.mapHeight));
-    m_controls.frmTools->move(px(m_editor.shell.toolsLeft), 0);
-    m_controls.frmStuff->move(px(m_editor.shell.stuffLeft), px(900));
+    layOutPanels();
+}
+
+void MainWindow::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    // The window opens no larger than its screen, on whichever screen it opens.
+    if (!m_shownOnce) {
+        m_shownOnce = true;
+        fitOnScreen();
+    }
 }
 
 void MainWindow::resizeEvent(QResizeEvent* event)
@@ -158,9 +169,12 @@ void MainWindow::moveEvent(QMoveEvent* event)
 {
     QMainWindow::moveEvent(event);
     // A window manager adds its frame only after the window is first shown;
-    // the layout follows the outer size once the frame is known.
-    if (frameGeometry().size() != m_laidOutFor)
+    // the layout follows the outer size once the frame is known, and the
+    // window, frame and all, must still fit its screen.
+    if (frameGeometry().size() != m_laidOutFor) {
+        fitOnScreen();
         applyLayout();
+    }
 }
 
 void MainWindow::handle(const std::function<void()>& handler)
