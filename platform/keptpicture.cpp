@@ -19,19 +19,21 @@ void KeptPicture::reset(QSize imageSize)
 {
     m_kept = false;
     m_saved.reset(imageSize);
+    m_drawn.reset(imageSize);
     if (m_under.size() != imageSize)
         m_under = QImage();
 }
 
 void KeptPicture::keep()
 {
-    m_saved.clear();
+    m_drawn.clear();
     m_kept = true;
 }
 
 void KeptPicture::lose()
 {
     m_saved.clear();
+    m_drawn.clear();
     m_kept = false;
 }
 
@@ -45,15 +47,16 @@ void KeptPicture::saveUnder(const QImage& image, const QRect& box)
             m_under = QImage(image.size(), QImage::Format_RGB32);
         copyRect(m_under, image, tiles);
     });
+    m_drawn.add(box);
 }
 
 bool KeptPicture::restore(QImage& image, DrawnArea& shown)
 {
     if (!m_kept)
         return false;
-    m_saved.forEachRect([&](const QRect& tiles) { copyRect(image, m_under, tiles); });
-    shown.addArea(m_saved);
-    m_saved.clear();
+    m_drawn.forEachRect([&](const QRect& tiles) { copyRect(image, m_under, tiles); });
+    shown.addArea(m_drawn);
+    m_drawn.clear();
     m_kept = false;
     return true;
 }

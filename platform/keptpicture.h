@@ -8,9 +8,11 @@ namespace plotwell {
 
 // A picture kept in the very image it is shown in: whatever is drawn over it
 // (the flashing selection, the crosshair's text) first saves the pixels it
-// covers, tile by tile, and putting the picture back copies just those
-// tiles. A frame that changes little thus costs little however large the
-// image, and the picture never has to be copied whole onto the screen.
+// covers, tile by tile, and putting the picture back copies just the tiles
+// drawn over. A frame that changes little thus costs little however large
+// the image, and the picture never has to be copied whole onto the screen.
+// Saved tiles stay saved for as long as the picture stays the same, so that
+// a selection flashing over the same tiles frame after frame saves them once.
 class KeptPicture {
 public:
     // Nothing is kept; tiles are for an image of this size.
@@ -19,6 +21,9 @@ public:
     void keep();
     // The picture is gone (the image was cleared, say).
     void lose();
+    // The image is drawn on while no picture is kept: the picture that will
+    // be kept next is another, and the tiles saved of the last one are of no use.
+    void changed() { m_saved.clear(); }
     bool kept() const { return m_kept; }
     // Before drawing over a box of pixels of image: saves what the picture
     // has there, where that is not saved yet.
@@ -29,8 +34,9 @@ public:
 
 private:
     bool m_kept = false;
-    DrawnArea m_saved;
-    QImage m_under; // the saved tiles, at their places
+    DrawnArea m_saved; // tiles of the picture saved in m_under
+    DrawnArea m_drawn; // tiles drawn over since the picture was kept
+    QImage m_under;
 };
 
 } // namespace plotwell

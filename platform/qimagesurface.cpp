@@ -143,7 +143,10 @@ void QImageSurface::scroll(int dx, int dy)
 void QImageSurface::copyPart(const QImage& picture, const QRect& part)
 {
     endPainting();
-    m_kept.saveUnder(m_pixels.image(), part);
+    if (m_kept.kept())
+        m_kept.saveUnder(m_pixels.image(), part);
+    else
+        m_kept.changed();
     copyRect(pixels(), picture, part);
     m_shown.add(part);
 }
@@ -225,8 +228,11 @@ bool QImageSurface::outside(float left, float top, float right, float bottom)
     if (right < float(m_band.left()) || bottom < float(m_band.top()) || left > float(m_band.right() + 1)
         || top > float(m_band.bottom() + 1))
         return true;
-    if (!m_kept.kept() && m_shown.isAll())
-        return false;
+    if (!m_kept.kept()) {
+        m_kept.changed();
+        if (m_shown.isAll())
+            return false;
+    }
     // Finite, and brought within reach of the image before it becomes whole pixels.
     const QImage& image = m_pixels.image();
     const float w = float(image.width()) + 1, h = float(image.height()) + 1;
