@@ -221,18 +221,30 @@ void QImageSurface::endPainting() const
         m_painter.end();
 }
 
-bool QImageSurface::outside(float left, float top, float right, float bottom)
+bool QImageSurface::outside(float left, float top, float right, float bottom, bool mark)
 {
     const auto r = float(m_ratio);
     left *= r, top *= r, right *= r, bottom *= r;
     if (right < float(m_band.left()) || bottom < float(m_band.top()) || left > float(m_band.right() + 1)
         || top > float(m_band.bottom() + 1))
         return true;
-    if (!m_kept.kept()) {
-        m_kept.changed();
-        if (m_shown.isAll())
-            return false;
-    }
+    if (mark)
+        markDrawn(left, top, right, bottom);
+    return false;
+}
+
+bool QImageSurface::tracking()
+{
+    if (m_kept.kept())
+        return true;
+    m_kept.changed();
+    return !m_shown.isAll();
+}
+
+void QImageSurface::markDrawn(float left, float top, float right, float bottom)
+{
+    if (!tracking())
+        return;
     // Finite, and brought within reach of the image before it becomes whole pixels.
     const QImage& image = m_pixels.image();
     const float w = float(image.width()) + 1, h = float(image.height()) + 1;
@@ -240,7 +252,28 @@ bool QImageSurface::outside(float left, float top, float right, float bottom)
                     QPoint(int(std::ceil(std::clamp(right, -1.0f, w))), int(std::ceil(std::clamp(bottom, -1.0f, h)))));
     m_kept.saveUnder(image, box);
     m_shown.add(box);
-    return false;
+}
+
+void QImageSurface::markLine(float x1, float y1, float x2, float y2, float pad)
+{
+    if (!tracking())
+        return;
+    const auto r = float(m_ratio);
+    x1 *= r, y1 *= r, x2 *= r, y2 *= r, pad *= r;
+    const float top = std::max(std::min(y1, y2) - pad, -1.0f);
+    const float bottom = std::min(std::max(y1, y2) + pad, float(m_pixels.image().height()) + 1);
+    constexpr auto tile = float(DrawnArea::kTile);
+    // Row of tiles by row of tiles, the part of the line whose pen can reach
+    // into the row: a slanted line takes a strip of tiles, not its whole box.
+    for (float row = std::floor(top / tile) * tile; row < bottom; row += tile) {
+        float from = 0, to = 1;
+        if (y1 != y2) {
+            from = std::clamp((row - pad - y1) / (y2 - y1), 0.0f, 1.0f);
+            to = std::clamp((row + tile + pad - y1) / (y2 - y1), 0.0f, 1.0f);
+        }
+        const float xa = x1 + (x2 - x1) * from, xb = x1 + (x2 - x1) * to;
+        markDrawn(std::min(xa, xb) - pad, std::max(row, top), std::max(xa, xb) + pad, std::min(row + tile, bottom));
+    }
 }
 
 void QImageSurface::clear()
@@ -274,8 +307,9 @@ void QImageSurface::line(float x1, float y1, float x2, float y2)
         return;
     // The square caps and the pen's width reach at most a pen width past the ends.
     const float pad = float(std::max(m_penWidth, 1)) + 2;
-    if (outside(std::min(x1, x2) - pad, std::min(y1, y2) - pad, std::max(x1, x2) + pad, std::max(y1, y2) + pad))
+    if (outside(std::min(x1, x2) - pad, std::min(y1, y2) - pad, std::max(x1, x2) + pad, std::max(y1, y2) + pad, false))
         return;
+    markLine(x1, y1, x2, y2, pad);
     if (!m_lines.empty() && (m_linesColour != m_pen || m_linesWidth != m_penWidth))
         flushLines();
     m_linesColour = m_pen;

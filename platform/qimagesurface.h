@@ -105,8 +105,16 @@ private:
     // Forgets what was known of an image just made: its band, kept picture and circles.
     void startAnew();
     // True when a box of logical pixels lies wholly outside the band;
-    // otherwise it is taken as drawn on.
-    bool outside(float left, float top, float right, float bottom);
+    // otherwise it is taken as drawn on, when mark.
+    bool outside(float left, float top, float right, float bottom, bool mark = true);
+    // Whether what is drawn must be noted: to save the kept picture under
+    // it, or to show it at the next refresh.
+    bool tracking();
+    // Notes a box of device pixels as drawn on.
+    void markDrawn(float left, float top, float right, float bottom);
+    // Notes as drawn on what a line in logical pixels can reach with a pen
+    // reaching pad past it.
+    void markLine(float x1, float y1, float x2, float y2, float pad);
     // A picture scaled to a size in device pixels, kept while it is painted again.
     const QImage& scaled(const QImage& picture, const QRectF& source, QSize size, bool smooth);
 

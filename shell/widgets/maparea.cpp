@@ -18,6 +18,9 @@
 #include <QPainter>
 #include <QUrl>
 
+#include <cmath>
+#include <vector>
+
 namespace plotwell {
 namespace {
 
@@ -123,10 +126,21 @@ void MapArea::showChanged(const QRegion& devicePixels)
         update(devicePixels);
         return;
     }
-    QRegion logical;
+    // The changed parts come in rows of tiles, from the top, none
+    // overlapping; at a whole ratio they stay so in logical pixels and make
+    // the region at once, at another they are joined one by one.
+    std::vector<QRect> logical;
+    logical.reserve(std::size_t(devicePixels.rectCount()));
     for (const QRect& r : devicePixels)
-        logical += QRectF(r.x() / ratio, r.y() / ratio, r.width() / ratio, r.height() / ratio).toAlignedRect();
-    update(logical);
+        logical.push_back(QRectF(r.x() / ratio, r.y() / ratio, r.width() / ratio, r.height() / ratio).toAlignedRect());
+    QRegion region;
+    if (ratio == std::round(ratio)) {
+        region.setRects(logical.data(), int(logical.size()));
+    } else {
+        for (const QRect& r : logical)
+            region += r;
+    }
+    update(region);
 }
 
 void MapArea::mousePressEvent(QMouseEvent* event)
