@@ -204,4 +204,29 @@ TEST(MapPicture, APanDrawsEveryRowOfTheStripsItUncovers)
     }
 }
 
+TEST(MapPicture, APanScrollsTheStripsInOnlyByWholeDevicePixels)
+{
+    const struct {
+        double ratio;
+        float twips;
+        bool scrolls;
+    } cases[] = {
+        {1, 15, true},   {1, 10, false},  {1.5, 10, true},  {1.5, 15, false},  {2, 7.5f, true},
+        {2, 10, false},  {1.25, 12, true}, {1.25, 15, false}, {1.75f, float(15 / 1.75), true}, {1.75f, 15, false},
+    };
+    for (const auto& c : cases) {
+        QImageSurface screen(200 * kPx, 100 * kPx, c.ratio);
+        EditorOn w(screen);
+        Editor& e = w.editor;
+        fillBusyMap(e);
+        e.underlay.underlayOn = false;
+        screen.setPenWidth(2); // as a frame with lines leaves it
+        MapPicture picture;
+        picture.compose(screen, frameSourceOf(e));
+        adjustOffset(e.view, c.twips, -3 * c.twips);
+        picture.compose(screen, frameSourceOf(e));
+        EXPECT_EQ(picture.settling(), c.scrolls) << c.ratio << " " << c.twips;
+    }
+}
+
 } // namespace
