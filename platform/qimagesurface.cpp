@@ -22,11 +22,11 @@ double validRatio(double ratio)
 }
 
 // Device pixels for a length in twips: whole logical pixels, and every
-// device pixel that any part of them covers.
+// device pixel that any part of them covers; no more than an image can have.
 int devicePixels(float twips, double ratio)
 {
-    const int logical = std::max(1, px(twips));
-    return std::max(1, int(std::ceil(double(logical) * ratio - 1e-6)));
+    const double logical = std::max(1.0, std::round(double(twips) / kTwipsPerPixel));
+    return int(std::clamp(std::ceil(logical * ratio - 1e-6), 1.0, double(1 << 20)));
 }
 
 // Rows or parts of rows of one image copied into another of the same format.
@@ -87,6 +87,9 @@ void QImageSurface::setPixelRatio(double ratio)
     if (ratio == m_ratio)
         return;
     m_ratio = ratio;
+    // Pens are as wide as whole device pixels make them at a ratio.
+    for (PenSlot& slot : m_pens)
+        slot.made = false;
     remakeImage();
 }
 

@@ -166,8 +166,18 @@ TEST_P(QImageSurfaceAt, FramesAreThoseOfDrawingEveryOperationDirectly)
 TEST_P(QImageSurfaceAt, PensAndTextTakeTheDevicePixels)
 {
     const double ratio = GetParam();
-    QImageSurface surface(60 * kPx, 40 * kPx, ratio);
+    // A surface that drew at one device pixel to one, then moved to a screen of the ratio.
+    QImageSurface surface(60 * kPx, 40 * kPx);
+    surface.setPenColor(kBlue);
+    for (const int width : {1, 2, 3}) {
+        surface.setPenWidth(width);
+        surface.line(0, 0, 60 * kPx, 40 * kPx);
+    }
+    surface.setPixelRatio(ratio);
     ASSERT_EQ(surface.image().size(), QSize(int(std::ceil(60 * ratio)), int(std::ceil(40 * ratio))));
+    surface.setPixelRatio(std::numeric_limits<double>::quiet_NaN());
+    EXPECT_EQ(surface.pixelRatio(), 1) << "no ratio is taken as one";
+    surface.setPixelRatio(ratio);
     const int middle = surface.image().width() / 2;
     // A pen w logical pixels wide covers round(w x ratio) device rows, wherever the line lies.
     for (const int width : {1, 2, 3}) {
