@@ -70,8 +70,10 @@ void MainWindow::fitOnScreen()
         return;
     const QRect room = screen->availableGeometry();
     QRect outer = frameGeometry();
-    // Until the window manager tells of its frame, a title bar is allowed for.
-    if (outer.size() == size())
+    // Until the window manager tells of its frame, a title bar is allowed
+    // for, and the window manager places the window.
+    const bool frameKnown = outer.size() != size();
+    if (!frameKnown)
         outer.adjust(0, -style()->pixelMetric(QStyle::PM_TitleBarHeight), 0, 0);
     const QSize frame = outer.size() - size();
     const QSize fits = size().boundedTo(room.size() - frame).expandedTo(minimumSize());
@@ -80,7 +82,7 @@ void MainWindow::fitOnScreen()
     const QSize whole = fits + frame;
     const QPoint at(std::clamp(outer.left(), room.left(), std::max(room.left(), room.right() + 1 - whole.width())),
                     std::clamp(outer.top(), room.top(), std::max(room.top(), room.bottom() + 1 - whole.height())));
-    if (isVisible() && at != outer.topLeft())
+    if (frameKnown && at != outer.topLeft())
         move(at);
 }
 
