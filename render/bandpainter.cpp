@@ -122,15 +122,35 @@ void BandPainter::paintWhole(ImageSurface& first, const FrameSource& source, con
 void BandPainter::paintParts(ImageSurface& target, const FrameSource& source, const Start& start,
                              const std::vector<QRect>& parts)
 {
-    // Records drawn whole reach beyond their part: each part is drawn
-    // elsewhere, and only the part is copied into the picture.
-    addWorkers(1);
-    BandWorker& worker = *m_workers.front();
-    for (const QRect& part : parts) {
-        worker.start(start.widthTwips, start.heightTwips, start.ratio,
-                     [&source, start, part](ImageSurface& s) { paintPart(s, source, start, part); });
-        target.copyPart(worker.finish(), part);
+    // Records drawn whole reach beyond their part: each part is drawn on a
+    // surface of its own, and only the part is copied into the picture. The
+    // first is drawn in this thread, which hands nothing over for the one
+    // strip of a straight pan; a worker draws the others meanwhile.
+    if (parts.empty())
+        return;
+    if (parts.size() > 1)
+        addWorkers(1);
+    for (std::size_t i = 1; i < parts.size(); ++i) {
+        const QRect part = parts[i];
+        m_workers.front()->start(start.widthTwips, start.heightTwips, start.ratio,
+                                 [&source, start, part](ImageSurface& s) { paintPart(s, source, start, part); });
+        if (i == 1)
+            paintOwnPart(source, start, parts.front());
+        target.copyPart(m_workers.front()->finish(), part);
     }
+    if (parts.size() == 1)
+        paintOwnPart(source, start, parts.front());
+    target.copyPart(m_own->image(), parts.front());
+}
+
+void BandPainter::paintOwnPart(const FrameSource& source, const Start& start, const QRect& part)
+{
+    if (!m_own)
+        m_own = makeImageSurface(start.widthTwips, start.heightTwips, start.ratio);
+    else if (m_own->width() != start.widthTwips || m_own->height() != start.heightTwips)
+        m_own->resize(start.widthTwips, start.heightTwips);
+    m_own->setPixelRatio(start.ratio);
+    paintPart(*m_own, source, start, part);
 }
 
 } // namespace plotwell

@@ -40,10 +40,13 @@ public:
 
 private:
     void addWorkers(std::size_t count);
+    // Paints a part on the surface of this thread, made when first needed.
+    void paintOwnPart(const FrameSource& source, const Start& start, const QRect& part);
 
     int m_bands;
-    // The bands after the first, and the parts of paintParts, made when first needed.
+    // The bands after the first, and the parts of paintParts after the first, made when first needed.
     std::vector<std::unique_ptr<BandWorker>> m_workers;
+    std::unique_ptr<ImageSurface> m_own;
 };
 
 } // namespace plotwell
