@@ -125,22 +125,25 @@ void BandPainter::paintParts(ImageSurface& target, const FrameSource& source, co
     // Records drawn whole reach beyond their part: each part is drawn on a
     // surface of its own, and only the part is copied into the picture. The
     // first is drawn in this thread, which hands nothing over for the one
-    // strip of a straight pan; a worker draws the others meanwhile.
+    // strip of a straight pan; a worker draws the second of a slanted pan
+    // meanwhile, and any more after it.
     if (parts.empty())
         return;
-    if (parts.size() > 1)
-        addWorkers(1);
-    for (std::size_t i = 1; i < parts.size(); ++i) {
-        const QRect part = parts[i];
+    const auto onWorker = [&](const QRect& part) {
         m_workers.front()->start(start.widthTwips, start.heightTwips, start.ratio,
                                  [&source, start, part](ImageSurface& s) { paintPart(s, source, start, part); });
-        if (i == 1)
-            paintOwnPart(source, start, parts.front());
-        target.copyPart(m_workers.front()->finish(), part);
+    };
+    if (parts.size() > 1) {
+        addWorkers(1);
+        onWorker(parts[1]);
     }
-    if (parts.size() == 1)
-        paintOwnPart(source, start, parts.front());
+    paintOwnPart(source, start, parts.front());
     target.copyPart(m_own->image(), parts.front());
+    for (std::size_t i = 1; i < parts.size(); ++i) {
+        if (i > 1)
+            onWorker(parts[i]);
+        target.copyPart(m_workers.front()->finish(), parts[i]);
+    }
 }
 
 void BandPainter::paintOwnPart(const FrameSource& source, const Start& start, const QRect& part)
