@@ -34,7 +34,8 @@ bool markerShownAt(MainWindow& window, SurfacePoint centre)
 {
     const QImage& image = window.mapImage();
     const float arm = (PlayerMarker::kArmFrom + PlayerMarker::kArmTo) / 2;
-    const QPoint pixel(int((centre.x + arm) / 15), int(centre.y / 15));
+    const double ratio = image.devicePixelRatio();
+    const QPoint pixel(int((centre.x + arm) / 15 * ratio), int(centre.y / 15 * ratio));
     return image.rect().contains(pixel) && image.pixel(pixel) == qRgb(255, 0, 255);
 }
 
@@ -47,7 +48,7 @@ std::vector<double> latencies(MainWindow& window, const QString& log, int count)
     QRandomGenerator random(18);
     std::vector<double> ms;
     // Places on a grid of 8 x 8 over the map, so that no marker covers the next centre.
-    const QSize pixels = window.mapImage().size();
+    const QSize pixels = window.mapImage().deviceIndependentSize().toSize();
     const int step = std::min(pixels.width(), pixels.height()) / 9;
     for (int i = 0; i < count; ++i) {
         const SurfacePoint at{float((1 + i % 8) * step) * 15, float((1 + i / 8 % 8) * step) * 15};

@@ -19,6 +19,7 @@
 #include <functional>
 #include <limits>
 #include <map>
+#include <memory>
 #include <unordered_map>
 #include <vector>
 
@@ -76,11 +77,14 @@ void zoomToCentre(Editor& editor)
 
 // The least a frame of this geometry can cost with QPainter: every line of a
 // colour in one call whatever the record order, the labels laid out before
-// the clock starts, nothing outside the image touched.
+// the clock starts, nothing outside the image touched. The image has the
+// device pixels of the surface, the painter works in logical ones.
 class FloorFrame {
 public:
-    FloorFrame(const Editor& editor, QSize size) : m_editor(editor), m_image(size, QImage::Format_RGB32)
+    FloorFrame(const Editor& editor, QSize devicePixels, double ratio)
+        : m_editor(editor), m_image(devicePixels, QImage::Format_RGB32), m_ratio(ratio)
     {
+        m_image.setDevicePixelRatio(ratio);
         m_image.setDotsPerMeterX(3780);
         m_image.setDotsPerMeterY(3780);
         const DisplayOptions& options = editor.display;
@@ -103,7 +107,7 @@ public:
     // order (as a map must, for lines that overlap) can cost.
     void draw(bool inOrder = false)
     {
-        const float w = float(m_image.width()), h = float(m_image.height());
+        const float w = float(m_image.width() / m_ratio), h = float(m_image.height() / m_ratio);
         const float ox = m_editor.view.offsetX, oy = m_editor.view.offsetY;
         m_image.fill(Qt::white);
         for (auto& bucket : m_buckets)
@@ -116,7 +120,7 @@ public:
             auto pen = m_pens.find(colour);
             if (pen == m_pens.end()) {
                 const ColorRGB c = ColorRGB::fromValue(colour);
-                pen = m_pens.emplace(colour, QPen(QColor(c.r, c.g, c.b), 2)).first;
+                pen = m_pens.emplace(colour, QPen(QColor(c.r, c.g, c.b), devicePen(2))).first;
             }
             p.setPen(pen->second);
             p.drawLines(batch.data(), int(batch.size()));
@@ -146,7 +150,7 @@ public:
             drawBatch(colour, batch);
         p.setFont(m_font);
         p.setBrush(Qt::black);
-        const QPen marker(Qt::black, 2);
+        const QPen marker(Qt::black, devicePen(2));
         const float r = m_editor.view.currentScale / 15;
         const auto& labels = m_editor.doc.labels();
         for (std::size_t i = 0; i < labels.size(); ++i) {
@@ -161,8 +165,12 @@ public:
     }
 
 private:
+    // A pen of whole device pixels, as the surface draws it.
+    double devicePen(int width) const { return std::max(1.0, std::round(width * m_ratio)) / m_ratio; }
+
     const Editor& m_editor;
     QImage m_image;
+    double m_ratio;
     QFont m_font;
     std::vector<std::uint32_t> m_lineColours;
     std::vector<QColor> m_labelColours;
@@ -170,6 +178,104 @@ private:
     std::map<std::uint32_t, std::vector<QLineF>> m_buckets;
     std::unordered_map<std::uint32_t, QPen> m_pens;
 };
+
+// The map of a frame bench on a surface of one device pixel ratio, with
+// every kind of frame it times.
+class FrameRun {
+public:
+    FrameRun(int width, int height, std::size_t lines, std::size_t labels, double ratio, bool zoom4)
+        : m_bench(width, height, lines, labels, ratio)
+    {
+        Editor& editor = m_bench.editor;
+        fitContentToScreen(editor);
+        if (zoom4)
+            zoomToCentre(editor);
+        m_floor = std::make_unique<FloorFrame>(editor, m_bench.surface.image().size(), ratio);
+        // Drag steps of 10 pixels with the Pan tool, to and fro.
+        toolIconClicked(editor, ToolId::Pan);
+        m_grip = {editor.view.mapWidth / 2, editor.view.mapHeight / 2};
+        mapMouseDown(editor, kLeftButton, m_grip);
+        showLocation(editor.view, m_grip.x, m_grip.y);
+    }
+
+    Editor& editor() { return m_bench.editor; }
+    QImageSurface& surface() { return m_bench.surface; }
+
+    // Every kind of frame, in the order of Frame below.
+    std::vector<std::function<void()>> frames()
+    {
+        Editor& editor = m_bench.editor;
+        const SurfacePoint grip = m_grip;
+        return {
+            [this, &editor] { drawFrame(m_bench.surface, source()); }, // the whole frame on one core, as each frame once was
+            [&editor] { // the whole picture painted again, on every core
+                editor.picture.forget();
+                editor.drawLines();
+            },
+            [this] { m_floor->draw(); },
+            [this, &editor] {
+                selectEveryHundredth(true);
+                advanceFlash(editor.display);
+                editor.drawLines();
+                selectEveryHundredth(false);
+            },
+            [this, &editor, grip] {
+                const float x = grip.x + (m_dragRight ? 150.0f : 0.0f);
+                m_dragRight = !m_dragRight;
+                mapMouseMove(editor, kLeftButton, {x, grip.y});
+                editor.drawLines();
+            },
+            [&editor, grip] { // a crosshair mark: the frame, the location printed beside the mark
+                editor.tools.crosshair().press(editor.toolContext(), grip);
+                editor.tools.state.holdDrawing = false;
+            },
+            [this] { m_floor->draw(true); },
+            [this, &editor, grip] { // the player's marker moved by the game's log, the map standing still
+                PlayerMarker& marker = editor.follower.marker;
+                marker.shown = true;
+                m_markerRight = !m_markerRight;
+                marker.at = toWorld(editor.view, {grip.x + (m_markerRight ? 600.0f : 0.0f), grip.y});
+                editor.drawLines();
+            },
+        };
+    }
+
+private:
+    FrameSource source() const { return m_bench.editor.frameSource(); }
+    // Every hundredth line selected while the flash frames are timed.
+    void selectEveryHundredth(bool selected)
+    {
+        MapDocument& doc = m_bench.editor.doc;
+        for (std::size_t i = 0; i < doc.lineCount(); i += 100)
+            doc.setLineSelected(i, selected);
+    }
+
+    BenchEditor m_bench;
+    std::unique_ptr<FloorFrame> m_floor;
+    SurfacePoint m_grip;
+    bool m_dragRight = true;
+    bool m_markerRight = false;
+};
+
+// The kinds of frame, as FrameRun::frames lists them.
+enum Frame { OneCore, Whole, Floor, Flash, Pan, Overlay, OrderedFloor, Marker, FrameKinds };
+
+void printFigures(const char* prefix, const std::vector<double>& ms)
+{
+    const double frameMs = ms[Whole], floorMs = ms[Floor];
+    const auto ratio = [&](double v) { return frameMs > 0 ? v / frameMs : 0.0; };
+    std::printf("%sframe_ms: %.2f\n%sfloor_ms: %.2f\n%sratio: %.2f\n", prefix, frameMs, prefix, floorMs, prefix,
+                floorMs > 0 ? frameMs / floorMs : 0.0);
+    std::printf("%sone_core_frame_ms: %.2f\n%sfull_frame_ms: %.2f\n", prefix, ms[OneCore], prefix, frameMs);
+    std::printf("%sflash_frame_ms: %.2f\n%sflash_ratio: %.3f\n", prefix, ms[Flash], prefix, ratio(ms[Flash]));
+    std::printf("%span_frame_ms: %.2f\n%span_ratio: %.3f\n", prefix, ms[Pan], prefix, ratio(ms[Pan]));
+    std::printf("%soverlay_frame_ms: %.2f\n%soverlay_ratio: %.3f\n", prefix, ms[Overlay], prefix, ratio(ms[Overlay]));
+    std::printf("%smarker_frame_ms: %.2f\n%smarker_ratio: %.3f\n", prefix, ms[Marker], prefix, ratio(ms[Marker]));
+    // Half the ordered floor is what two cores could reach at best, split perfectly.
+    std::printf("%sordered_floor_ms: %.2f\n%sordered_floor_ratio: %.2f\n%shalf_ordered_floor_ratio: %.2f\n", prefix,
+                ms[OrderedFloor], prefix, floorMs > 0 ? ms[OrderedFloor] / floorMs : 0.0, prefix,
+                floorMs > 0 ? ms[OrderedFloor] / 2 / floorMs : 0.0);
+}
 
 } // namespace
 
@@ -184,83 +290,40 @@ int runFrameBench(const QStringList& args)
     const QStringList parts = sizeText.split(QLatin1Char('x'));
     const int width = parts.size() == 2 ? parts[0].toInt() : 0;
     const int height = parts.size() == 2 ? parts[1].toInt() : 0;
-    if (width <= 0 || height <= 0 || (view != QLatin1String("fit") && view != QLatin1String("zoom4"))) {
-        std::fprintf(stderr, "frame: --size WxH with positive sizes, --view fit or zoom4\n");
+    bool ratioOk = false;
+    const double pixelRatio = argText(args, QStringLiteral("--ratio"), QStringLiteral("1")).toDouble(&ratioOk);
+    if (width <= 0 || height <= 0 || (view != QLatin1String("fit") && view != QLatin1String("zoom4")) || !ratioOk
+        || !(pixelRatio >= 0.25 && pixelRatio <= 8)) {
+        std::fprintf(stderr, "frame: --size WxH with positive sizes, --view fit or zoom4, --ratio from 0.25 to 8\n");
         return 2;
     }
 
-    BenchEditor bench(width, height, lineCount, labelCount);
-    Editor& editor = bench.editor;
-    QImageSurface& surface = bench.surface;
-    fitContentToScreen(editor);
-    if (view == QLatin1String("zoom4"))
-        zoomToCentre(editor);
-
-    FloorFrame floor(editor, surface.image().size());
-    const FrameSource source = editor.frameSource();
-    // Every hundredth line selected while the flash frames are timed.
-    const auto selectEveryHundredth = [&](bool selected) {
-        for (std::size_t i = 0; i < editor.doc.lineCount(); i += 100)
-            editor.doc.setLineSelected(i, selected);
-    };
-    // Drag steps of 10 pixels with the Pan tool, to and fro.
-    toolIconClicked(editor, ToolId::Pan);
-    const SurfacePoint grip{editor.view.mapWidth / 2, editor.view.mapHeight / 2};
-    mapMouseDown(editor, kLeftButton, grip);
-    bool dragRight = true;
-    bool markerRight = false;
-    const std::vector<std::function<void()>> frames = {
-        [&] { drawFrame(surface, source); }, // the whole frame on one core, as each frame once was
-        [&] { // the whole picture painted again, on every core
-            editor.picture.forget();
-            editor.drawLines();
-        },
-        [&] { floor.draw(); },
-        [&] {
-            selectEveryHundredth(true);
-            advanceFlash(editor.display);
-            editor.drawLines();
-            selectEveryHundredth(false);
-        },
-        [&] {
-            const float x = grip.x + (dragRight ? 150.0f : 0.0f);
-            dragRight = !dragRight;
-            mapMouseMove(editor, kLeftButton, {x, grip.y});
-            editor.drawLines();
-        },
-        [&] { // a crosshair mark: the frame, the location printed beside the mark
-            editor.tools.crosshair().press(editor.toolContext(), grip);
-            editor.tools.state.holdDrawing = false;
-        },
-        [&] { floor.draw(true); },
-        [&] { // the player's marker moved by the game's log, the map standing still
-            PlayerMarker& marker = editor.follower.marker;
-            marker.shown = true;
-            markerRight = !markerRight;
-            marker.at = toWorld(editor.view, {grip.x + (markerRight ? 600.0f : 0.0f), grip.y});
-            editor.drawLines();
-        },
-    };
-    showLocation(editor.view, grip.x, grip.y);
+    // The size is in logical pixels; the ratio gives the device pixels of
+    // each. At a ratio other than 1 the same map is timed at 1 as well, in
+    // turns with it, so that both see the same load.
+    const bool zoom4 = view == QLatin1String("zoom4");
+    std::vector<std::unique_ptr<FrameRun>> runs;
+    runs.push_back(std::make_unique<FrameRun>(width, height, lineCount, labelCount, pixelRatio, zoom4));
+    if (pixelRatio != 1)
+        runs.push_back(std::make_unique<FrameRun>(width, height, lineCount, labelCount, 1.0, zoom4));
+    std::vector<std::function<void()>> frames;
+    for (const auto& run : runs)
+        for (auto& frame : run->frames())
+            frames.push_back(std::move(frame));
     const std::vector<double> ms = medianMsInTurns(frames, turns);
-    const double frameMs = ms[1], floorMs = ms[2];
-    const auto ratio = [&](double v) { return frameMs > 0 ? v / frameMs : 0.0; };
 
+    const Editor& editor = runs.front()->editor();
     std::printf("lines: %zu\nlabels: %zu\nsize: %dx%d\nview: %s\n", editor.doc.lineCount(), editor.doc.labelCount(),
                 width, height, qPrintable(view));
-    std::printf("scale: %g\nframe_ms: %.2f\nfloor_ms: %.2f\nratio: %.2f\n", double(editor.view.currentScale), frameMs,
-                floorMs, floorMs > 0 ? frameMs / floorMs : 0.0);
-    std::printf("one_core_frame_ms: %.2f\nfull_frame_ms: %.2f\n", ms[0], frameMs);
-    std::printf("flash_frame_ms: %.2f\nflash_ratio: %.3f\n", ms[3], ratio(ms[3]));
-    std::printf("pan_frame_ms: %.2f\npan_ratio: %.3f\n", ms[4], ratio(ms[4]));
-    std::printf("overlay_frame_ms: %.2f\noverlay_ratio: %.3f\n", ms[5], ratio(ms[5]));
-    std::printf("marker_frame_ms: %.2f\nmarker_ratio: %.3f\n", ms[7], ratio(ms[7]));
-    // Half the ordered floor is what two cores could reach at best, split perfectly.
-    std::printf("ordered_floor_ms: %.2f\nordered_floor_ratio: %.2f\nhalf_ordered_floor_ratio: %.2f\n", ms[6],
-                floorMs > 0 ? ms[6] / floorMs : 0.0, floorMs > 0 ? ms[6] / 2 / floorMs : 0.0);
+    const QSize device = runs.front()->surface().image().size();
+    std::printf("pixel_ratio: %g\ndevice_size: %dx%d\n", pixelRatio, device.width(), device.height());
+    std::printf("scale: %g\n", double(editor.view.currentScale));
+    printFigures("", std::vector<double>(ms.begin(), ms.begin() + FrameKinds));
+    if (runs.size() > 1)
+        printFigures("ratio1_", std::vector<double>(ms.begin() + FrameKinds, ms.end()));
     const QString save = argText(args, QStringLiteral("--png"), QString());
     if (!save.isEmpty())
-        surface.image().save(save);
+        runs.front()->surface().image().save(save);
     return 0;
 }
 

@@ -5,6 +5,8 @@
 
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QGuiApplication>
+#include <QScreen>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -39,6 +41,52 @@ double meanFrameMs(MainWindow& window, int frames, bool whole)
     return double(timer.nsecsElapsed()) / 1e6 / frames;
 }
 
+// What the window's loop costs on one screen: the processor's share while it
+// idles (the frames stand, or only the selection flashes), then a whole
+// frame and a flash frame.
+struct IdleFigures {
+    double idlePercent;
+    double fullMs;
+    double flashMs;
+};
+
+IdleFigures measure(MainWindow& window, double seconds)
+{
+    runFor(500); // the frames after the load, or after a move to another screen
+    const std::clock_t cpuBefore = std::clock();
+    QElapsedTimer wall;
+    wall.start();
+    runFor(int(seconds * 1000));
+    const double cpu = double(std::clock() - cpuBefore) / CLOCKS_PER_SEC;
+    IdleFigures figures{cpu / (double(wall.nsecsElapsed()) / 1e9) * 100, meanFrameMs(window, 20, true), 0};
+    MapDocument& doc = window.editor().doc;
+    const bool selected = doc.hasSelection();
+    if (!selected) {
+        for (std::size_t i = 0; i < doc.lineCount(); i += 100)
+            doc.setLineSelected(i, true);
+    }
+    figures.flashMs = meanFrameMs(window, 40, false);
+    if (!selected)
+        doc.clearSelection();
+    return figures;
+}
+
+void printFigures(const char* prefix, const IdleFigures& f)
+{
+    std::printf("%sidle_cpu_percent: %.2f\n%sfull_frame_ms: %.2f\n%sflash_frame_ms: %.2f\n%sflash_ratio: %.2f\n",
+                prefix, f.idlePercent, prefix, f.fullMs, prefix, f.flashMs, prefix,
+                f.fullMs > 0 ? f.flashMs / f.fullMs : 0.0);
+}
+
+// The screen of this device pixel ratio, when there is one.
+QScreen* screenOfRatio(double ratio)
+{
+    for (QScreen* screen : QGuiApplication::screens())
+        if (qFuzzyCompare(screen->devicePixelRatio(), ratio))
+            return screen;
+    return nullptr;
+}
+
 } // namespace
 
 int runIdleBench(const QStringList& args)
@@ -47,6 +95,12 @@ int runIdleBench(const QStringList& args)
     const auto labelCount = std::size_t(std::max(0LL, argValue(args, QStringLiteral("--labels"), 500)));
     const double seconds = double(std::max(1LL, argValue(args, QStringLiteral("--seconds"), 5)));
     const auto selectCount = std::size_t(std::max(0LL, argValue(args, QStringLiteral("--select"), 0)));
+    const double ratio = argText(args, QStringLiteral("--ratio"), QStringLiteral("1")).toDouble();
+    QScreen* screen = screenOfRatio(ratio);
+    if (!screen) {
+        std::fprintf(stderr, "idle: no screen of %g device pixels to a logical one\n", ratio);
+        return 2;
+    }
 
     QTemporaryDir dir;
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, dir.path()); // never the user's settings
@@ -54,6 +108,7 @@ int runIdleBench(const QStringList& args)
     writeMapFile(map, lineCount, labelCount);
     MainWindow window;
     window.ended = [] {};
+    window.move(screen->availableGeometry().topLeft());
     window.show();
     window.openFiles({map});
     // Lines spread over the whole map, flashing while the loop runs.
@@ -61,27 +116,20 @@ int runIdleBench(const QStringList& args)
     const std::size_t lines = doc.lineCount();
     for (std::size_t k = 0; k < std::min(selectCount, lines); ++k)
         doc.setLineSelected(k * lines / std::min(selectCount, lines), true);
-    runFor(500); // the frames after the load
 
-    // Nothing moving: the loop runs; the frames stand, or only the selection flashes.
-    const std::clock_t cpuBefore = std::clock();
-    QElapsedTimer wall;
-    wall.start();
-    runFor(int(seconds * 1000));
-    const double cpu = double(std::clock() - cpuBefore) / CLOCKS_PER_SEC;
-    const double idlePercent = cpu / (double(wall.nsecsElapsed()) / 1e9) * 100;
-
-    const double fullMs = meanFrameMs(window, 20, true);
-    if (!doc.hasSelection()) {
-        for (std::size_t i = 0; i < doc.lineCount(); i += 100)
-            doc.setLineSelected(i, true);
-    }
-    const double flashMs = meanFrameMs(window, 40, false);
-
+    const IdleFigures atRatio = measure(window, seconds);
     std::printf("lines: %zu\nlabels: %zu\nselected: %zu\nseconds: %g\n", doc.lineCount(), doc.labelCount(),
                 std::min(selectCount, lines), seconds);
-    std::printf("idle_cpu_percent: %.2f\nfull_frame_ms: %.2f\nflash_frame_ms: %.2f\nflash_ratio: %.2f\n", idlePercent,
-                fullMs, flashMs, fullMs > 0 ? flashMs / fullMs : 0.0);
+    const QSize device = window.mapImage().size();
+    std::printf("pixel_ratio: %g\nmap_device_size: %dx%d\n", window.mapImage().devicePixelRatio(), device.width(),
+                device.height());
+    printFigures("", atRatio);
+    // The same window on a screen of one device pixel to a logical one, for comparison.
+    QScreen* plain = screenOfRatio(1);
+    if (ratio != 1 && plain) {
+        window.move(plain->availableGeometry().topLeft());
+        printFigures("ratio1_", measure(window, seconds));
+    }
     return 0;
 }
 

@@ -52,11 +52,12 @@ public:
     bool show(QSize, bool) override { return false; }
 };
 
-// An editor on a real image surface of the given pixels with a generated
-// map loaded, reaching nothing outside the process.
+// An editor on a real image surface of the given logical pixels, at this
+// many device pixels to one, with a generated map loaded, reaching nothing
+// outside the process.
 struct BenchEditor {
-    BenchEditor(int width, int height, std::size_t lines, std::size_t labels)
-        : surface(float(width) * 15, float(height) * 15),
+    BenchEditor(int width, int height, std::size_t lines, std::size_t labels, double ratio = 1)
+        : surface(float(width) * 15, float(height) * 15, ratio),
           editor(Services{surface, fileDialog, dialogs, settings, events, clipboard, launcher, progress, pictureDialog})
     {
         editor.view.mapWidth = surface.width();

@@ -26,20 +26,21 @@ std::size_t CircleFootprints::KeyHash::operator()(const Key& k) const
     std::uint64_t h = bitsOf(k.x);
     h = h * 0x9E3779B97F4A7C15ull ^ bitsOf(k.y);
     h = h * 0x9E3779B97F4A7C15ull ^ bitsOf(k.r);
-    h = h * 0x9E3779B97F4A7C15ull ^ std::uint32_t(k.penWidth);
+    h = h * 0x9E3779B97F4A7C15ull ^ bitsOf(float(k.penWidth));
     return std::size_t(h ^ (h >> 29));
 }
 
-void CircleFootprints::reset(QSize imageSize)
+void CircleFootprints::reset(QSize imageSize, double ratio)
 {
     m_size = imageSize;
+    m_ratio = ratio;
     m_scratch = QImage();
     m_footprints.clear();
 }
 
 const std::vector<CircleFootprints::Span>& CircleFootprints::footprint(QPointF centre, float radius, const QPen& pen)
 {
-    const Key key{float(centre.x()), float(centre.y()), radius, pen.width()};
+    const Key key{float(centre.x()), float(centre.y()), radius, pen.widthF()};
     auto it = m_footprints.find(key);
     if (it != m_footprints.end())
         return it->second;
@@ -52,6 +53,7 @@ std::vector<CircleFootprints::Span> CircleFootprints::measure(QPointF centre, fl
 {
     if (m_scratch.isNull()) {
         m_scratch = QImage(m_size, QImage::Format_RGB32);
+        m_scratch.setDevicePixelRatio(m_ratio);
         m_scratch.fill(kNone);
     }
     QPen marked = pen;
@@ -65,11 +67,12 @@ std::vector<CircleFootprints::Span> CircleFootprints::measure(QPointF centre, fl
     }
 
     // Nothing of the circle lies further out than its radius and its pen.
-    const double reach = double(radius) + pen.width() + 2;
-    const int x0 = std::max(0, int(std::floor(centre.x() - reach)));
-    const int x1 = std::min(m_size.width(), int(std::ceil(centre.x() + reach)) + 1);
-    const int y0 = std::max(0, int(std::floor(centre.y() - reach)));
-    const int y1 = std::min(m_size.height(), int(std::ceil(centre.y() + reach)) + 1);
+    const double reach = (double(radius) + pen.widthF() + 2) * m_ratio;
+    const QPointF c = centre * m_ratio;
+    const int x0 = std::max(0, int(std::floor(c.x() - reach)));
+    const int x1 = std::min(m_size.width(), int(std::ceil(c.x() + reach)) + 1);
+    const int y0 = std::max(0, int(std::floor(c.y() - reach)));
+    const int y1 = std::min(m_size.height(), int(std::ceil(c.y() + reach)) + 1);
     std::vector<Span> spans;
     if (x0 >= x1)
         return spans;

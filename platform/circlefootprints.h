@@ -29,17 +29,19 @@ public:
     // they would need large footprints.
     static constexpr float kMaxRadius = 64;
 
-    // Forgets everything; footprints hold for one image size only.
-    void reset(QSize imageSize);
+    // Forgets everything; footprints hold for one image size and one device
+    // pixel ratio only.
+    void reset(QSize imageSize, double ratio = 1);
     // The footprint of drawEllipse(centre, radius, radius) drawn with pen
-    // (its colour aside) and a solid brush on an image of the reset size,
-    // antialiasing off.
+    // (its colour aside) and a solid brush on an image of the reset size and
+    // ratio, antialiasing off; the centre and radius in logical pixels, the
+    // spans in device pixels.
     const std::vector<Span>& footprint(QPointF centre, float radius, const QPen& pen);
 
 private:
     struct Key {
         float x, y, r;
-        int penWidth;
+        double penWidth;
         friend bool operator==(const Key& a, const Key& b)
         {
             return a.x == b.x && a.y == b.y && a.r == b.r && a.penWidth == b.penWidth;
@@ -54,6 +56,7 @@ private:
     static constexpr std::size_t kMaxFootprints = 1 << 16;
 
     QSize m_size;
+    double m_ratio = 1;
     QImage m_scratch; // as large as the image, so that circles are drawn at the very same coordinates
     std::unordered_map<Key, std::vector<Span>, KeyHash> m_footprints;
 };

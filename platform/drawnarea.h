@@ -4,6 +4,7 @@
 #include <QRegion>
 #include <QSize>
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -21,6 +22,34 @@ public:
     // Adds a box of pixels; what lies outside the image is left out.
     void add(const QRect& pixels);
     void addAll() { m_all = true; }
+    // Adds a box of pixels and calls fresh(rect) for each run of tiles along
+    // a row that the area did not hold before.
+    template<typename Fresh>
+    void addNew(const QRect& pixels, Fresh&& fresh)
+    {
+        const QRect r = pixels & QRect(QPoint(0, 0), m_size);
+        if (m_all || r.isEmpty())
+            return;
+        const int c0 = r.left() / kTile, c1 = r.right() / kTile;
+        const int r0 = r.top() / kTile, r1 = r.bottom() / kTile;
+        for (int row = r0; row <= r1; ++row) {
+            std::uint8_t* tiles = &m_tiles[std::size_t(row) * std::size_t(m_columns)];
+            for (int c = c0; c <= c1;) {
+                if (tiles[c]) {
+                    ++c;
+                    continue;
+                }
+                int end = c + 1;
+                while (end <= c1 && !tiles[end])
+                    ++end;
+                std::fill(tiles + c, tiles + end, std::uint8_t(1));
+                fresh(tileRect(row, c, end));
+                c = end;
+            }
+        }
+        m_firstRow = std::min(m_firstRow, r0);
+        m_lastRow = std::max(m_lastRow, r1);
+    }
     void addArea(const DrawnArea& other);
     void clear();
 

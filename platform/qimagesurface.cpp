@@ -13,18 +13,20 @@ namespace plotwell {
 namespace {
 
 constexpr float kPerPixel = float(kTwipsPerPixel);
-// Dots per metre of 96 dots per inch, so that points become pixels as on a 96-dpi screen.
-constexpr int kDotsPerMeter = 3780;
-
-int pixels(float twips) { return std::max(1, px(twips)); }
-
-QImage makeImage(float widthTwips, float heightTwips)
+// Ratios a screen can have, and more; anything else is taken as the nearest of them.
+double validRatio(double ratio)
 {
-    QImage image(pixels(widthTwips), pixels(heightTwips), QImage::Format_RGB32);
-    image.setDevicePixelRatio(1);
-    image.setDotsPerMeterX(kDotsPerMeter);
-    image.setDotsPerMeterY(kDotsPerMeter);
-    return image;
+    if (!(ratio >= 0.25))
+        return ratio > 0 ? 0.25 : 1.0; // NaN and nonsense become plain pixels
+    return std::min(ratio, 8.0);
+}
+
+// Device pixels for a length in twips: whole logical pixels, and every
+// device pixel that any part of them covers; no more than an image can have.
+int devicePixels(float twips, double ratio)
+{
+    const double logical = std::max(1.0, std::round(double(twips) / kTwipsPerPixel));
+    return int(std::clamp(std::ceil(logical * ratio - 1e-6), 1.0, double(1 << 20)));
 }
 
 // Rows or parts of rows of one image copied into another of the same format.
@@ -40,20 +42,16 @@ void copyRect(QImage& to, const QImage& from, const QRect& rect)
 
 } // namespace
 
-QImageSurface::QImageSurface(float widthTwips, float heightTwips)
-    : m_widthTwips(widthTwips), m_heightTwips(heightTwips), m_image(makeImage(widthTwips, heightTwips))
+QImageSurface::QImageSurface(float widthTwips, float heightTwips, double ratio)
+    : m_widthTwips(widthTwips), m_heightTwips(heightTwips), m_ratio(validRatio(ratio))
 {
-    m_image.fill(toQColor(m_back));
+    m_pixels.make(QSize(devicePixels(widthTwips, m_ratio), devicePixels(heightTwips, m_ratio)), m_ratio);
+    m_pixels.image().fill(toQColor(m_back));
     m_lines.reserve(4096);
-    m_circles.reset(m_image.size());
-    m_band = m_image.rect();
-    m_drawn.reset(m_image.size());
-    m_drawn.addAll();
-    m_shown.reset(m_image.size());
-    m_shown.addAll();
     m_qpen.setCapStyle(Qt::SquareCap);
+    startAnew();
     // A fresh picture box prints at 8.25 points until told otherwise.
-    m_text.setFont(8.25f, false, &m_image);
+    m_text.setFont(8.25f, false, &m_pixels.image());
 }
 
 QImageSurface::~QImageSurface() { endPainting(); }
@@ -61,76 +59,98 @@ QImageSurface::~QImageSurface() { endPainting(); }
 const QImage& QImageSurface::image() const
 {
     flushLines();
-    return m_image;
+    return m_pixels.image();
+}
+
+QImage& QImageSurface::pixels()
+{
+    QImage& image = m_pixels.image();
+    // Should someone hold a copy of the image, the painter lets go first,
+    // so that it and direct writes reach the same pixels.
+    if (!image.isDetached()) {
+        endPainting();
+        m_pixels.prepareToDraw();
+    }
+    return m_pixels.image();
 }
 
 void QImageSurface::resize(float widthTwips, float heightTwips)
 {
-    endPainting();
     m_widthTwips = widthTwips;
     m_heightTwips = heightTwips;
+    remakeImage();
+}
+
+void QImageSurface::setPixelRatio(double ratio)
+{
+    ratio = validRatio(ratio);
+    if (ratio == m_ratio)
+        return;
+    m_ratio = ratio;
+    // Pens are as wide as whole device pixels make them at a ratio.
+    for (PenSlot& slot : m_pens)
+        slot.made = false;
+    remakeImage();
+}
+
+void QImageSurface::remakeImage()
+{
+    endPainting();
     // Like a picture box that keeps its drawing: the old image stays at the
     // top-left, new room shows the background.
-    QImage resized = makeImage(widthTwips, heightTwips);
-    resized.fill(toQColor(m_back));
+    const QImage old = m_pixels.image();
+    m_pixels.make(QSize(devicePixels(m_widthTwips, m_ratio), devicePixels(m_heightTwips, m_ratio)), m_ratio);
+    QImage& image = m_pixels.image();
+    image.fill(toQColor(m_back));
     {
-        QPainter p(&resized);
-        p.drawImage(0, 0, m_image);
+        QPainter p(&image);
+        p.drawImage(0, 0, old);
     }
-    m_image = std::move(resized);
-    m_circles.reset(m_image.size());
-    m_band = m_image.rect();
-    m_drawn.reset(m_image.size());
-    m_drawn.addAll();
-    m_shown.reset(m_image.size());
+    startAnew();
+}
+
+void QImageSurface::startAnew()
+{
+    const QSize size = m_pixels.image().size();
+    m_circles.reset(size, m_ratio);
+    m_band = QRect(QPoint(0, 0), size);
+    m_kept.reset(size);
+    m_shown.reset(size);
     m_shown.addAll();
 }
 
-void QImageSurface::setBand(const QRect& pixels) { m_band = pixels & m_image.rect(); }
+void QImageSurface::setBand(const QRect& pixels) { m_band = pixels & m_pixels.image().rect(); }
 
-void QImageSurface::restoreFrom(const QImage& picture, bool whole)
+void QImageSurface::keepPicture()
+{
+    flushLines();
+    m_kept.keep();
+}
+
+bool QImageSurface::restorePicture()
 {
     // Lines not yet handed over lie where the picture goes back.
     m_lines.clear();
     endPainting();
-    if (whole || m_drawn.isAll()) {
-        copyRect(m_image, picture, m_image.rect());
-        m_shown.addAll();
-    } else {
-        m_drawn.forEachRect([&](const QRect& r) { copyRect(m_image, picture, r); });
-        m_shown.addArea(m_drawn);
-    }
-    m_drawn.clear();
+    return m_kept.restore(pixels(), m_shown);
 }
 
 void QImageSurface::scroll(int dx, int dy)
 {
     endPainting();
-    m_drawn.addAll();
+    m_kept.lose();
     m_shown.addAll();
-    const int w = m_image.width();
-    const int h = m_image.height();
-    if (std::abs(dx) >= w || std::abs(dy) >= h)
-        return;
-    const auto bytes = std::size_t(w - std::abs(dx)) * 4;
-    const int from = std::max(0, -dx) * 4;
-    const int to = std::max(0, dx) * 4;
-    // Rows move away from the side they are taken from, so none is read after it was written.
-    const auto moveRow = [&](int y) { std::memmove(m_image.scanLine(y) + to, m_image.constScanLine(y - dy) + from, bytes); };
-    if (dy > 0) {
-        for (int y = h - 1; y >= dy; --y)
-            moveRow(y);
-    } else {
-        for (int y = 0; y < h + dy; ++y)
-            moveRow(y);
-    }
+    m_pixels.scroll(dx, dy);
 }
 
 void QImageSurface::copyPart(const QImage& picture, const QRect& part)
 {
     endPainting();
-    copyRect(m_image, picture, part);
-    m_drawn.add(part);
+    if (m_kept.kept())
+        m_kept.saveUnder(m_pixels.image(), part);
+    else
+        m_kept.changed();
+    copyRect(pixels(), picture, part);
     m_shown.add(part);
 }
 
@@ -152,13 +172,19 @@ void QImageSurface::setState(const State& state)
 QPainter& QImageSurface::painter() const
 {
     if (!m_painter.isActive()) {
-        m_painter.begin(&m_image);
+        m_pixels.prepareToDraw();
+        m_painter.begin(&m_pixels.image());
         m_painter.setRenderHint(QPainter::Antialiasing, false);
         m_painter.setRenderHint(QPainter::TextAntialiasing, false);
         m_painterPen = {};
         m_painterFont = nullptr;
     }
     return m_painter;
+}
+
+double QImageSurface::painterPenWidth(int width) const
+{
+    return double(std::max(1L, std::lround(double(width) * m_ratio))) / m_ratio;
 }
 
 void QImageSurface::usePen(ColorRGB colour, int width) const
@@ -173,7 +199,7 @@ void QImageSurface::usePen(ColorRGB colour, int width) const
     if (!slot.made || slot.key != key) {
         slot.pen = m_qpen;
         slot.pen.setColor(toQColor(colour));
-        slot.pen.setWidth(width);
+        slot.pen.setWidthF(painterPenWidth(width));
         slot.key = key;
         slot.made = true;
     }
@@ -198,20 +224,59 @@ void QImageSurface::endPainting() const
         m_painter.end();
 }
 
-bool QImageSurface::outside(float left, float top, float right, float bottom)
+bool QImageSurface::outside(float left, float top, float right, float bottom, bool mark)
 {
+    const auto r = float(m_ratio);
+    left *= r, top *= r, right *= r, bottom *= r;
     if (right < float(m_band.left()) || bottom < float(m_band.top()) || left > float(m_band.right() + 1)
         || top > float(m_band.bottom() + 1))
         return true;
-    if (m_drawn.isAll() && m_shown.isAll())
-        return false;
+    if (mark)
+        markDrawn(left, top, right, bottom);
+    return false;
+}
+
+bool QImageSurface::tracking()
+{
+    if (m_kept.kept())
+        return true;
+    m_kept.changed();
+    return !m_shown.isAll();
+}
+
+void QImageSurface::markDrawn(float left, float top, float right, float bottom)
+{
+    if (!tracking())
+        return;
     // Finite, and brought within reach of the image before it becomes whole pixels.
-    const float w = float(m_image.width()) + 1, h = float(m_image.height()) + 1;
+    const QImage& image = m_pixels.image();
+    const float w = float(image.width()) + 1, h = float(image.height()) + 1;
     const QRect box(QPoint(int(std::floor(std::clamp(left, -1.0f, w))), int(std::floor(std::clamp(top, -1.0f, h)))),
                     QPoint(int(std::ceil(std::clamp(right, -1.0f, w))), int(std::ceil(std::clamp(bottom, -1.0f, h)))));
-    m_drawn.add(box);
+    m_kept.saveUnder(image, box);
     m_shown.add(box);
-    return false;
+}
+
+void QImageSurface::markLine(float x1, float y1, float x2, float y2, float pad)
+{
+    if (!tracking())
+        return;
+    const auto r = float(m_ratio);
+    x1 *= r, y1 *= r, x2 *= r, y2 *= r, pad *= r;
+    const float top = std::max(std::min(y1, y2) - pad, -1.0f);
+    const float bottom = std::min(std::max(y1, y2) + pad, float(m_pixels.image().height()) + 1);
+    constexpr auto tile = float(DrawnArea::kTile);
+    // Row of tiles by row of tiles, the part of the line whose pen can reach
+    // into the row: a slanted line takes a strip of tiles, not its whole box.
+    for (float row = std::floor(top / tile) * tile; row < bottom; row += tile) {
+        float from = 0, to = 1;
+        if (y1 != y2) {
+            from = std::clamp((row - pad - y1) / (y2 - y1), 0.0f, 1.0f);
+            to = std::clamp((row + tile + pad - y1) / (y2 - y1), 0.0f, 1.0f);
+        }
+        const float xa = x1 + (x2 - x1) * from, xb = x1 + (x2 - x1) * to;
+        markDrawn(std::min(xa, xb) - pad, std::max(row, top), std::max(xa, xb) + pad, std::min(row + tile, bottom));
+    }
 }
 
 void QImageSurface::clear()
@@ -220,15 +285,17 @@ void QImageSurface::clear()
     // ends first, so that filling never detaches the image from it.
     m_lines.clear();
     endPainting();
-    m_drawn.addAll();
+    // The picture is gone, not saved: the next frame paints it anew.
+    m_kept.lose();
     m_shown.addAll();
-    if (m_band == m_image.rect()) {
-        m_image.fill(toQColor(m_back));
+    QImage& image = pixels();
+    if (m_band == image.rect()) {
+        image.fill(toQColor(m_back));
         return;
     }
     const QRgb back = toQColor(m_back).rgb();
     for (int y = m_band.top(); y <= m_band.bottom(); ++y) {
-        auto* row = reinterpret_cast<QRgb*>(m_image.scanLine(y));
+        auto* row = reinterpret_cast<QRgb*>(image.scanLine(y));
         std::fill(row + m_band.left(), row + m_band.right() + 1, back);
     }
 }
@@ -243,8 +310,9 @@ void QImageSurface::line(float x1, float y1, float x2, float y2)
         return;
     // The square caps and the pen's width reach at most a pen width past the ends.
     const float pad = float(std::max(m_penWidth, 1)) + 2;
-    if (outside(std::min(x1, x2) - pad, std::min(y1, y2) - pad, std::max(x1, x2) + pad, std::max(y1, y2) + pad))
+    if (outside(std::min(x1, x2) - pad, std::min(y1, y2) - pad, std::max(x1, x2) + pad, std::max(y1, y2) + pad, false))
         return;
+    markLine(x1, y1, x2, y2, pad);
     if (!m_lines.empty() && (m_linesColour != m_pen || m_linesWidth != m_penWidth))
         flushLines();
     m_linesColour = m_pen;
@@ -271,16 +339,14 @@ void QImageSurface::circle(float cx, float cy, float radius, ColorRGB outline)
         return;
     }
     // The footprint is that of the pen lines are drawn with, at this width.
-    m_qpen.setWidth(m_penWidth);
+    m_qpen.setWidthF(painterPenWidth(m_penWidth));
     const auto& spans = m_circles.footprint(QPointF(cx, cy), r, m_qpen);
-    // Pixels are written straight into the image; should someone hold a copy
-    // of it, the painter lets go first so that both write the same pixels.
-    if (m_painter.isActive() && !m_image.isDetached())
-        endPainting();
+    // Pixels are written straight into the image.
+    QImage& image = pixels();
     const QRgb outlinePixel = toQColor(outline).rgb();
     const QRgb insidePixel = toQColor(m_fill).rgb();
     for (const CircleFootprints::Span& span : spans) {
-        auto* row = reinterpret_cast<QRgb*>(m_image.scanLine(span.y));
+        auto* row = reinterpret_cast<QRgb*>(image.scanLine(span.y));
         std::fill(row + span.x0, row + span.x1, span.outline ? outlinePixel : insidePixel);
     }
 }
@@ -291,7 +357,7 @@ void QImageSurface::setTextPosition(float x, float y)
     m_textY = y;
 }
 
-void QImageSurface::setFont(float points, bool bold) { m_text.setFont(points, bold, &m_image); }
+void QImageSurface::setFont(float points, bool bold) { m_text.setFont(points, bold, &m_pixels.image()); }
 
 void QImageSurface::print(std::string_view text)
 {
@@ -343,10 +409,15 @@ void QImageSurface::paintPicture(const QImage& picture, const QRectF& target, co
     QPainter& p = painter();
     p.setCompositionMode(op == RasterOp::Or ? QPainter::RasterOp_SourceOrDestination
                                             : QPainter::CompositionMode_Source);
-    const QSize size = to.toAlignedRect().size();
+    // The picture is scaled to the device pixels it covers: smoothly when it
+    // is stretched, and by repeating its pixels when it is shown at its own
+    // size, so that the tracing paper's cells stay cells on any screen.
+    const QRectF device(to.topLeft() * m_ratio, to.size() * m_ratio);
+    const QSize size = device.toAlignedRect().size();
     if (size == from.size().toSize()) {
         p.drawImage(to.topLeft(), picture, from);
-    } else if (double(size.width()) * size.height() > 4.0 * (double(m_image.width()) * m_image.height() + 65536)) {
+    } else if (double(size.width()) * size.height()
+               > 4.0 * (double(m_pixels.image().width()) * m_pixels.image().height() + 65536)) {
         // Stretched far past the surface (kept in proportion on a long thin
         // surface, say), the whole scaled picture would take gigabytes: the
         // painter scales just the part that lands on the surface.
@@ -354,18 +425,33 @@ void QImageSurface::paintPicture(const QImage& picture, const QRectF& target, co
         p.drawImage(to, picture, from);
         p.setRenderHint(QPainter::SmoothPixmapTransform, false);
     } else {
-        // Scaling a large picture is slow: it is scaled once for as long as
-        // the picture, its part and the room for it stay the same.
-        ScaledPicture& cached = m_scaled;
-        if (cached.key != picture.cacheKey() || cached.source != from || cached.image.size() != size) {
-            cached.key = picture.cacheKey();
-            cached.source = from;
-            cached.image = picture.copy(from.toAlignedRect()).scaled(size, Qt::IgnoreAspectRatio,
-                                                                     Qt::SmoothTransformation);
-        }
-        p.drawImage(to.topLeft(), cached.image);
+        const bool ownSize = to.size().toSize() == from.size().toSize();
+        p.drawImage(to.topLeft(), scaled(picture, from, size, !ownSize));
     }
     p.setCompositionMode(QPainter::CompositionMode_SourceOver);
+}
+
+const QImage& QImageSurface::scaled(const QImage& picture, const QRectF& source, QSize size, bool smooth)
+{
+    // Scaling a large picture is slow: it is scaled once for as long as the
+    // picture, its part and the room for it stay the same.
+    for (std::size_t i = 0; i < m_scaled.size(); ++i) {
+        const ScaledPicture& s = m_scaled[i];
+        if (s.key == picture.cacheKey() && s.source == source && s.smooth == smooth && s.image.size() == size
+            && s.image.devicePixelRatio() == m_ratio) {
+            m_scaledLast = i;
+            return s.image;
+        }
+    }
+    m_scaledLast = (m_scaledLast + 1) % m_scaled.size();
+    ScaledPicture& s = m_scaled[m_scaledLast];
+    s.key = picture.cacheKey();
+    s.source = source;
+    s.smooth = smooth;
+    s.image = picture.copy(source.toAlignedRect())
+                  .scaled(size, Qt::IgnoreAspectRatio, smooth ? Qt::SmoothTransformation : Qt::FastTransformation);
+    s.image.setDevicePixelRatio(m_ratio);
+    return s.image;
 }
 
 void QImageSurface::refresh()
@@ -376,9 +462,9 @@ void QImageSurface::refresh()
     m_shown.clear();
 }
 
-std::unique_ptr<ImageSurface> makeImageSurface(float widthTwips, float heightTwips)
+std::unique_ptr<ImageSurface> makeImageSurface(float widthTwips, float heightTwips, double ratio)
 {
-    return std::make_unique<QImageSurface>(widthTwips, heightTwips);
+    return std::make_unique<QImageSurface>(widthTwips, heightTwips, ratio);
 }
 
 } // namespace plotwell

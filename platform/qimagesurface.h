@@ -1,8 +1,10 @@
 #pragma once
 
 #include "platform/circlefootprints.h"
-#include "platform/imagesurface.h"
 #include "platform/drawnarea.h"
+#include "platform/imagesurface.h"
+#include "platform/keptpicture.h"
+#include "platform/scrollingimage.h"
 #include "platform/textcache.h"
 
 #include <QImage>
@@ -18,19 +20,22 @@
 namespace plotwell {
 
 // The drawing surface as an off-screen image that keeps everything drawn on
-// it. It draws with QPainter at 96 dots per inch (15 twips to a pixel), with
-// antialiasing off, so that a frame looks the same on every machine.
+// it. It draws with QPainter at 96 dots per inch (15 twips to a logical
+// pixel), with antialiasing off, so that a frame looks the same on every
+// machine. The image has the device pixels of the screen it is shown on;
+// QPainter places everything in logical pixels and draws at device ones.
 //
 // Consecutive lines of one pen are handed to QPainter together, the pixels of
 // small circles are remembered (CircleFootprints), and what lies wholly
 // outside the image is skipped; none of this changes a pixel of the result.
 //
-// Frames can be composed on it from a picture kept elsewhere: the surface
-// knows where it was drawn on since that picture was last put back, so that
-// putting it back, and showing the result, touches only those parts.
+// Frames are composed on it from a picture kept in its own image: the
+// surface saves what drawing covers, so that putting the picture back, and
+// showing the result, touches only those parts; and it scrolls without
+// moving its pixels (ScrollingImage).
 class QImageSurface : public ImageSurface {
 public:
-    QImageSurface(float widthTwips = 6795, float heightTwips = 7155);
+    QImageSurface(float widthTwips = 6795, float heightTwips = 7155, double ratio = 1);
     ~QImageSurface() override;
 
     const QImage& image() const override;
@@ -40,11 +45,14 @@ public:
 
     void setBand(const QRect& pixels) override;
     QRect band() const override { return m_band; }
-    void restoreFrom(const QImage& picture, bool whole = false) override;
+    void keepPicture() override;
+    bool restorePicture() override;
     void scroll(int dx, int dy) override;
     void copyPart(const QImage& picture, const QRect& part) override;
     State state() const override;
     void setState(const State& state) override;
+    double pixelRatio() const override { return m_ratio; }
+    void setPixelRatio(double ratio) override;
 
     float width() const override { return m_widthTwips; }
     float height() const override { return m_heightTwips; }
@@ -72,6 +80,7 @@ private:
     struct ScaledPicture {
         qint64 key = 0;
         QRectF source;
+        bool smooth = true;
         QImage image;
     };
 
@@ -82,12 +91,32 @@ private:
     };
 
     QPainter& painter() const;
+    // The image, to be written to directly.
+    QImage& pixels();
+    // QPainter's width, in logical pixels, of a pen width pixels wide: a
+    // whole number of device pixels, so that a line is as wide all along.
+    double painterPenWidth(int width) const;
     void usePen(ColorRGB colour, int width) const;
     void flushLines() const;
     void endPainting() const;
-    // True when a box of pixels lies wholly outside the band; otherwise it
-    // is taken as drawn on.
-    bool outside(float left, float top, float right, float bottom);
+    // Makes the image anew at the current size and ratio, the old drawing
+    // scaled into its top-left corner.
+    void remakeImage();
+    // Forgets what was known of an image just made: its band, kept picture and circles.
+    void startAnew();
+    // True when a box of logical pixels lies wholly outside the band;
+    // otherwise it is taken as drawn on, when mark.
+    bool outside(float left, float top, float right, float bottom, bool mark = true);
+    // Whether what is drawn must be noted: to save the kept picture under
+    // it, or to show it at the next refresh.
+    bool tracking();
+    // Notes a box of device pixels as drawn on.
+    void markDrawn(float left, float top, float right, float bottom);
+    // Notes as drawn on what a line in logical pixels can reach with a pen
+    // reaching pad past it.
+    void markLine(float x1, float y1, float x2, float y2, float pad);
+    // A picture scaled to a size in device pixels, kept while it is painted again.
+    const QImage& scaled(const QImage& picture, const QRectF& source, QSize size, bool smooth);
 
     float m_widthTwips;
     float m_heightTwips;
@@ -95,18 +124,21 @@ private:
     ColorRGB m_pen;
     ColorRGB m_fill;
     int m_penWidth = 1;
+    double m_ratio = 1;
     float m_textX = 0;
     float m_textY = 0;
     TextCache m_text;
     CircleFootprints m_circles;
-    ScaledPicture m_scaled;
+    // The underlay and the tracing paper over it are both scaled at most ratios.
+    std::array<ScaledPicture, 2> m_scaled;
+    std::size_t m_scaledLast = 0;
     QRect m_band;
-    DrawnArea m_drawn; // since the kept picture was last put back
+    KeptPicture m_kept;
     DrawnArea m_shown; // since the last refresh
 
     // Drawing to the image is deferred only as far as the pending lines;
     // image() hands out a finished picture, so these change under const.
-    mutable QImage m_image;
+    mutable ScrollingImage m_pixels;
     mutable QPainter m_painter;
     mutable PainterPen m_painterPen;
     mutable const QFont* m_painterFont = nullptr; // the cache's font the painter holds

@@ -16,18 +16,19 @@ constexpr double kLabelWeight = 8;
 // Records looked at to place the cuts, at most about.
 constexpr std::size_t kCutSample = 1 << 16;
 
-// The rows that cut a picture of this size into bands of about equal work:
-// a line counts at the row of its middle and a label at its own row, when
-// that lies on the picture; cuts[i] is where band i starts, cuts[bands] the
-// height.
-std::vector<int> bandCuts(const FrameSource& source, QSize size, int bands)
+// The rows that cut a picture of this size in device pixels into bands of
+// about equal work: a line counts at the row of its middle and a label at its
+// own row, when that lies on the picture; cuts[i] is where band i starts,
+// cuts[bands] the height.
+std::vector<int> bandCuts(const FrameSource& source, QSize size, double ratio, int bands)
 {
     const int height = size.height();
     std::vector<double> rows(std::size_t(height) + 1, 0);
-    const float right = float(size.width()) * 15, bottom = float(height) * 15;
+    const float perRow = float(15 / ratio); // twips
+    const float right = float(size.width()) * perRow, bottom = float(height) * perRow;
     const auto count = [&](float x, float y, double weight) {
         if (x >= 0 && x < right && y >= 0 && y < bottom)
-            rows[std::size_t(y / 15)] += weight;
+            rows[std::min(std::size_t(y / perRow), std::size_t(height))] += weight;
     };
     const View& view = source.view;
     // On a large map a sample tells where the work lies as well as every
@@ -67,8 +68,8 @@ std::vector<int> bandCuts(const FrameSource& source, QSize size, int bands)
     return cuts;
 }
 
-// One box of a surface cleared to the background, and the records that can
-// reach into it drawn.
+// One box of device pixels of a surface cleared to the background, and the
+// records that can reach into it drawn.
 void paintPart(ImageSurface& surface, const FrameSource& source, const BandPainter::Start& start, const QRect& part)
 {
     surface.setBackColor(start.background);
@@ -77,7 +78,9 @@ void paintPart(ImageSurface& surface, const FrameSource& source, const BandPaint
     surface.clear();
     MapPart what;
     what.showSelection = false;
-    what.within = part;
+    const double twipsPerPixel = 15 / surface.pixelRatio();
+    what.within = QRectF(part.x() * twipsPerPixel, part.y() * twipsPerPixel, part.width() * twipsPerPixel,
+                         part.height() * twipsPerPixel);
     drawMap(surface, source, what);
 }
 
@@ -88,56 +91,69 @@ BandPainter::BandPainter(int bands)
 {
 }
 
-ImageSurface& BandPainter::picture()
-{
-    if (!m_picture)
-        m_picture = makeImageSurface(6795, 7155);
-    return *m_picture;
-}
-
 void BandPainter::addWorkers(std::size_t count)
 {
     while (m_workers.size() < count)
         m_workers.push_back(std::make_unique<BandWorker>());
 }
 
-void BandPainter::paintWhole(const FrameSource& source, const Start& start)
+void BandPainter::paintWhole(ImageSurface& first, const FrameSource& source, const Start& start)
 {
-    ImageSurface& first = picture();
-    if (first.width() != start.widthTwips || first.height() != start.heightTwips)
-        first.resize(start.widthTwips, start.heightTwips);
     const int height = first.image().height();
     const int width = first.image().width();
     const int bands = std::clamp(height / kMinBandRows, 1, m_bands);
-    const std::vector<int> cuts = bands > 1 ? bandCuts(source, first.image().size(), bands) : std::vector<int>{0, height};
+    const std::vector<int> cuts =
+        bands > 1 ? bandCuts(source, first.image().size(), start.ratio, bands) : std::vector<int>{0, height};
     const auto band = [&](int i) {
         return QRect(0, cuts[std::size_t(i)], width, cuts[std::size_t(i) + 1] - cuts[std::size_t(i)]);
     };
     addWorkers(std::size_t(bands - 1));
     for (int i = 1; i < bands; ++i) {
         const QRect rows = band(i);
-        m_workers[std::size_t(i - 1)]->start(start.widthTwips, start.heightTwips,
+        m_workers[std::size_t(i - 1)]->start(start.widthTwips, start.heightTwips, start.ratio,
                                              [&source, start, rows](ImageSurface& s) { paintPart(s, source, start, rows); });
     }
     paintPart(first, source, start, band(0));
     first.setBand(first.image().rect());
     for (int i = 1; i < bands; ++i)
         first.copyPart(m_workers[std::size_t(i - 1)]->finish(), band(i));
-    first.refresh();
 }
 
-void BandPainter::paintParts(const FrameSource& source, const Start& start, const std::vector<QRect>& parts)
+void BandPainter::paintParts(ImageSurface& target, const FrameSource& source, const Start& start,
+                             const std::vector<QRect>& parts)
 {
-    // Records drawn whole reach beyond their part: each part is drawn
-    // elsewhere, and only the part is copied into the picture.
-    addWorkers(1);
-    BandWorker& worker = *m_workers.front();
-    for (const QRect& part : parts) {
-        worker.start(start.widthTwips, start.heightTwips,
-                     [&source, start, part](ImageSurface& s) { paintPart(s, source, start, part); });
-        picture().copyPart(worker.finish(), part);
+    // Records drawn whole reach beyond their part: each part is drawn on a
+    // surface of its own, and only the part is copied into the picture. The
+    // first is drawn in this thread, which hands nothing over for the one
+    // strip of a straight pan; a worker draws the second of a slanted pan
+    // meanwhile, and any more after it.
+    if (parts.empty())
+        return;
+    const auto onWorker = [&](const QRect& part) {
+        m_workers.front()->start(start.widthTwips, start.heightTwips, start.ratio,
+                                 [&source, start, part](ImageSurface& s) { paintPart(s, source, start, part); });
+    };
+    if (parts.size() > 1) {
+        addWorkers(1);
+        onWorker(parts[1]);
     }
-    picture().refresh();
+    paintOwnPart(source, start, parts.front());
+    target.copyPart(m_own->image(), parts.front());
+    for (std::size_t i = 1; i < parts.size(); ++i) {
+        if (i > 1)
+            onWorker(parts[i]);
+        target.copyPart(m_workers.front()->finish(), parts[i]);
+    }
+}
+
+void BandPainter::paintOwnPart(const FrameSource& source, const Start& start, const QRect& part)
+{
+    if (!m_own)
+        m_own = makeImageSurface(start.widthTwips, start.heightTwips, start.ratio);
+    else if (m_own->width() != start.widthTwips || m_own->height() != start.heightTwips)
+        m_own->resize(start.widthTwips, start.heightTwips);
+    m_own->setPixelRatio(start.ratio);
+    paintPart(*m_own, source, start, part);
 }
 
 } // namespace plotwell

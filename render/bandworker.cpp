@@ -14,13 +14,14 @@ BandWorker::~BandWorker()
     m_thread.join();
 }
 
-void BandWorker::start(float widthTwips, float heightTwips, std::function<void(ImageSurface&)> job)
+void BandWorker::start(float widthTwips, float heightTwips, double ratio, std::function<void(ImageSurface&)> job)
 {
     {
         std::lock_guard<std::mutex> lock(m_mutex);
         m_job = std::move(job);
         m_width = widthTwips;
         m_height = heightTwips;
+        m_ratio = ratio;
         m_busy = true;
     }
     m_wake.notify_all();
@@ -41,11 +42,13 @@ void BandWorker::run()
         if (m_stop)
             break;
         const float width = m_width, height = m_height;
+        const double ratio = m_ratio;
         lock.unlock();
         if (!m_surface)
-            m_surface = makeImageSurface(width, height);
+            m_surface = makeImageSurface(width, height, ratio);
         else if (m_surface->width() != width || m_surface->height() != height)
             m_surface->resize(width, height);
+        m_surface->setPixelRatio(ratio);
         m_job(*m_surface);
         // The painter lets go here, in this thread, before the image is read.
         m_surface->refresh();

@@ -21,8 +21,9 @@ public:
     BandWorker(const BandWorker&) = delete;
     BandWorker& operator=(const BandWorker&) = delete;
 
-    // Runs job on the worker's surface, made at this size when there is none.
-    void start(float widthTwips, float heightTwips, std::function<void(ImageSurface&)> job);
+    // Runs job on the worker's surface, made at this size and device pixel
+    // ratio when there is none.
+    void start(float widthTwips, float heightTwips, double ratio, std::function<void(ImageSurface&)> job);
     // Waits for the job; then the surface's image may be read until the next start.
     const QImage& finish();
 
@@ -34,6 +35,7 @@ private:
     std::function<void(ImageSurface&)> m_job;
     float m_width = 0;
     float m_height = 0;
+    double m_ratio = 1;
     bool m_busy = false;
     bool m_stop = false;
     std::unique_ptr<ImageSurface> m_surface; // touched by the worker's thread only while busy

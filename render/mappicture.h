@@ -8,13 +8,13 @@
 namespace plotwell {
 
 // The last picture of the map drawn (underlay, lines and labels with that
-// frame's display options, every record as if unselected), kept so that a
-// frame costs only what changed:
+// frame's display options, every record as if unselected), kept in the
+// screen's own image so that a frame costs only what changed:
 // - while nothing the picture depends on changed (PictureKey), a frame puts
 //   the picture back where the surface was drawn on since the last frame and
 //   draws the overlays (the flashing selection) over it;
-// - a pan by whole pixels scrolls the picture and draws only the uncovered
-//   strips;
+// - a pan by whole device pixels scrolls the picture and draws only the
+//   uncovered strips;
 // - anything else paints the whole picture again, on every core.
 // The frame is that of drawFrame with selected records drawn over the
 // others. After a scroll, single-precision rounding of the new offsets may
@@ -37,11 +37,13 @@ public:
     void forget() { m_valid = false; }
 
 private:
-    // Brings the picture up to the key; true when it changed.
-    bool update(const FrameSource& source, const PictureKey& key, const BandPainter::Start& start);
+    // Brings the picture on screen up to the key.
+    void update(ImageSurface& screen, const FrameSource& source, const PictureKey& key,
+                const BandPainter::Start& start);
 
     BandPainter m_painter;
     PictureKey m_key;
+    const ImageSurface* m_screen = nullptr; // the one the picture lies on
     bool m_valid = false;
     bool m_scrolled = false;
     int m_steadyFrames = 0;

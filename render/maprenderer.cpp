@@ -44,18 +44,17 @@ private:
     DrawingSurface& m_target;
 };
 
-// A box of pixels in twips, widened by more than a line's pen and caps reach.
+// A box of the surface in twips, widened by more than a line's pen and caps reach.
 struct TwipBox {
     float left, top, right, bottom;
     bool sideways; // x counts too; stereo copies are shifted sideways by any amount
 };
 
-TwipBox twipBox(const QRect& pixels, bool stereo)
+TwipBox twipBox(const QRectF& box, bool stereo)
 {
-    constexpr float kPad = 8;
-    constexpr float kPx = 15;
-    return {(float(pixels.left()) - kPad) * kPx, (float(pixels.top()) - kPad) * kPx,
-            (float(pixels.right() + 1) + kPad) * kPx, (float(pixels.bottom() + 1) + kPad) * kPx, !stereo};
+    constexpr double kPad = 8 * 15;
+    return {float(box.left() - kPad), float(box.top() - kPad), float(box.right() + kPad), float(box.bottom() + kPad),
+            !stereo};
 }
 
 bool misses(const TwipBox& box, const MapPoint& s1, const MapPoint& s2)

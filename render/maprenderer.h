@@ -36,9 +36,9 @@ struct MapPart {
     // Selected records in the selection colour; else drawn as if unselected.
     bool showSelection = true;
     bool noSelected = false;
-    // Lines wholly outside this box of pixels are left out, as the surface
-    // would leave them; the drawing state at the end is the same.
-    std::optional<QRect> within;
+    // Lines wholly outside this box of the surface, in twips, are left out,
+    // as the surface would leave them; the drawing state at the end is the same.
+    std::optional<QRectF> within;
 };
 
 // The underlay, the lines and the labels of a frame, without clearing or presenting.

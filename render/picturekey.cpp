@@ -10,17 +10,21 @@ auto tied(const PictureKey& k)
 {
     return std::tie(k.doc, k.revision, k.scale, k.currentZ, k.showLines, k.showLabels, k.heightFilterOn,
                     k.heightRange, k.invert, k.stereo, k.stereoSeparation, k.stereoZ, k.brightness, k.layers,
-                    k.underlayOn, k.tracingPaper, k.aspect, k.picture, k.pixels, k.widthTwips, k.heightTwips,
-                    k.background, k.penWidth);
+                    k.underlayOn, k.tracingPaper, k.aspect, k.picture, k.pixels, k.ratio, k.widthTwips,
+                    k.heightTwips, k.background, k.penWidth);
 }
 
-// A difference of offsets as whole pixels, when it is one.
-std::optional<int> wholePixels(float from, float to)
+// A difference of offsets as whole device pixels, when it is one. At some
+// ratios a device pixel is no whole number of twips (8.57... at 1.75): a move
+// that misses a whole pixel by less than single precision can tell is taken
+// as one, since it moves no line by a pixel either.
+std::optional<int> wholePixels(float from, float to, double ratio)
 {
-    const double pixels = (double(to) - double(from)) / 15;
-    if (!std::isfinite(pixels) || pixels != std::round(pixels) || std::fabs(pixels) > 1e6)
+    const double pixels = (double(to) - double(from)) / 15 * ratio;
+    const double whole = std::round(pixels);
+    if (!std::isfinite(pixels) || std::fabs(pixels - whole) > 1e-3 || std::fabs(pixels) > 1e6)
         return std::nullopt;
-    return int(pixels);
+    return int(whole);
 }
 
 } // namespace
@@ -30,7 +34,7 @@ bool operator==(const PictureKey& a, const PictureKey& b)
     return tied(a) == tied(b) && a.offsetX == b.offsetX && a.offsetY == b.offsetY;
 }
 
-PictureKey pictureKey(const FrameSource& source, QSize pixels, float widthTwips, float heightTwips,
+PictureKey pictureKey(const FrameSource& source, QSize pixels, double ratio, float widthTwips, float heightTwips,
                       ColorRGB background, int penWidth)
 {
     const DisplayOptions& d = source.display;
@@ -63,6 +67,7 @@ PictureKey pictureKey(const FrameSource& source, QSize pixels, float widthTwips,
         k.picture = u.picture.cacheKey();
     }
     k.pixels = pixels;
+    k.ratio = ratio;
     k.widthTwips = widthTwips;
     k.heightTwips = heightTwips;
     k.background = background;
@@ -74,8 +79,8 @@ std::optional<QPoint> scrollBetween(const PictureKey& last, const PictureKey& ne
 {
     if (tied(last) != tied(next) || next.underlayOn)
         return std::nullopt;
-    const auto dx = wholePixels(last.offsetX, next.offsetX);
-    const auto dy = wholePixels(last.offsetY, next.offsetY);
+    const auto dx = wholePixels(last.offsetX, next.offsetX, next.ratio);
+    const auto dy = wholePixels(last.offsetY, next.offsetY, next.ratio);
     if (!dx || !dy || (*dx == 0 && *dy == 0))
         return std::nullopt;
     return QPoint(*dx, *dy);

@@ -37,7 +37,8 @@ struct PictureKey {
     bool tracingPaper = false;
     bool aspect = false;
     qint64 picture = 0;
-    QSize pixels;
+    QSize pixels; // device pixels
+    double ratio = 1; // device pixels to a logical one
     float widthTwips = 0;
     float heightTwips = 0;
     ColorRGB background;
@@ -47,12 +48,13 @@ struct PictureKey {
     friend bool operator!=(const PictureKey& a, const PictureKey& b) { return !(a == b); }
 };
 
-PictureKey pictureKey(const FrameSource& source, QSize pixels, float widthTwips, float heightTwips,
+PictureKey pictureKey(const FrameSource& source, QSize pixels, double ratio, float widthTwips, float heightTwips,
                       ColorRGB background, int penWidth);
 
-// When the picture of next is that of last moved by whole pixels, the move:
-// only the offsets differ, by multiples of a pixel, and no underlay is
-// painted (it stays fixed to the surface while the map moves).
+// When the picture of next is that of last moved by whole device pixels, the
+// move in device pixels: only the offsets differ, by multiples of a device
+// pixel, and no underlay is painted (it stays fixed to the surface while the
+// map moves).
 std::optional<QPoint> scrollBetween(const PictureKey& last, const PictureKey& next);
 
 } // namespace plotwell

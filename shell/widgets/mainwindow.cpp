@@ -19,6 +19,7 @@
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QResizeEvent>
+#include <QScrollArea>
 #include <QSlider>
 #include <QWheelEvent>
 
@@ -57,6 +58,8 @@ MainWindow::MainWindow()
 {
     registerResources();
     m_editor.view.decimalSeparator = systemDecimalSeparator();
+    // The map is drawn at the device pixels of the screen the window opens on.
+    m_surface.setPixelRatio(devicePixelRatioF());
     m_surface.resize(m_editor.view.mapWidth, m_editor.view.mapHeight);
 
     // The controls were laid out for a narrow 8-point face: a sans-serif of
@@ -86,7 +89,8 @@ MainWindow::MainWindow()
             syncControls();
     };
     // Only what changed is shown again: a flashing selection repaints its own records.
-    m_surface.onRefresh = [this](const QRegion& changed) { m_controls.map->update(changed); };
+    m_surface.onRefresh = [this](const QRegion& changed) { m_controls.map->showChanged(changed); };
+    m_panelContent = buildPanels(client);
     buildMenus();
     buildToolFrame();
     buildOptionsFrame();
@@ -97,8 +101,8 @@ MainWindow::MainWindow()
             "QGroupBox { border: 1px solid palette(mid); margin-top: 6px; background: palette(window); }"
             "QGroupBox::title { subcontrol-origin: margin; left: 6px; padding: 0 2px; }"
             "QCheckBox { spacing: 3px; }"));
-        frame->raise();
     }
+    m_controls.panels->raise();
 
     startUp(m_editor);
     setWindowTitle(windowCaption());
@@ -142,8 +146,17 @@ void MainWindow::applyLayout()
     m_editor.frameDirty = true;
     layoutWindow(m_editor.view, m_editor.shell, m_surface, float(outer.width()), float(outer.height()));
     m_controls.map->setGeometry(0, 0, px(m_editor.view.mapWidth), px(m_editor.view.mapHeight));
-    m_controls.frmTools->move(px(m_editor.shell.toolsLeft), 0);
-    m_controls.frmStuff->move(px(m_editor.shell.stuffLeft), px(900));
+    layOutPanels();
+}
+
+void MainWindow::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    // The window opens no larger than its screen, on whichever screen it opens.
+    if (!m_shownOnce) {
+        m_shownOnce = true;
+        fitOnScreen();
+    }
 }
 
 void MainWindow::resizeEvent(QResizeEvent* event)
@@ -156,9 +169,12 @@ void MainWindow::moveEvent(QMoveEvent* event)
 {
     QMainWindow::moveEvent(event);
     // A window manager adds its frame only after the window is first shown;
-    // the layout follows the outer size once the frame is known.
-    if (frameGeometry().size() != m_laidOutFor)
+    // the layout follows the outer size once the frame is known, and the
+    // window, frame and all, must still fit its screen.
+    if (frameGeometry().size() != m_laidOutFor) {
+        fitOnScreen();
         applyLayout();
+    }
 }
 
 void MainWindow::handle(const std::function<void()>& handler)
@@ -178,6 +194,12 @@ void MainWindow::frameTick()
     // waits in a dialog, holds the loop and the flash until it returns.
     if (m_handlersRunning > 0 || QApplication::activeModalWidget())
         return;
+    // On a screen of another pixel ratio the map is drawn anew at its pixels.
+    const double ratio = m_controls.map->devicePixelRatioF();
+    if (ratio != m_surface.pixelRatio()) {
+        m_surface.setPixelRatio(ratio);
+        m_editor.frameDirty = true;
+    }
     if (m_loop.tick(m_editor))
         syncControls();
 }

@@ -24,6 +24,7 @@ class QGroupBox;
 class QLabel;
 class QSlider;
 class QPushButton;
+class QScrollArea;
 
 namespace plotwell {
 
@@ -33,6 +34,7 @@ class MapArea;
 // The controls of the main window that show the editor's state.
 struct Controls {
     MapArea* map = nullptr;
+    QScrollArea* panels = nullptr; // holds frmTools and frmStuff
     QGroupBox* frmTools = nullptr;
     QGroupBox* frmStuff = nullptr;
     std::array<ClickLabel*, kToolCount> imgTool{};
@@ -100,11 +102,18 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    // The area at the right that holds the frames; returns the widget they go in.
+    QWidget* buildPanels(QWidget* client);
+    void layOutPanels();
+    // Makes the window no larger than the room its screen has for windows,
+    // and moves it onto the screen.
+    void fitOnScreen();
     void buildMenus();
     void buildEditMenu();
     void buildToolFrame();
@@ -144,6 +153,8 @@ private:
     WheelNotches m_wheelNotches;
     quint64 m_lastWheelTime = ~quint64(0);
     QSize m_laidOutFor;
+    QWidget* m_panelContent = nullptr;
+    bool m_shownOnce = false;
     QTimer m_endTimer;
     bool m_programEnded = false;
     QtRecoveryPlace m_recoveryPlace;

@@ -19,6 +19,9 @@
 #include <QPainter>
 #include <QUrl>
 
+#include <cmath>
+#include <vector>
+
 namespace plotwell {
 namespace {
 
@@ -91,14 +94,54 @@ void MapArea::paintEvent(QPaintEvent* event)
 {
     // Only the parts asked for: a flashing selection asks for its own records.
     QPainter painter(this);
-    const QRect picture = m_image.rect();
+    const double ratio = m_image.devicePixelRatio();
+    const QRect picture(QPoint(0, 0), m_image.deviceIndependentSize().toSize());
+    for (const QRect& part : event->region()) {
+        if ((part & picture) != part)
+            painter.fillRect(part, palette().window());
+    }
+    // The image has the screen's own pixels: they are copied one to one,
+    // never resampled, unless the window is on its way to another screen.
+    const bool oneToOne = devicePixelRatioF() == ratio;
+    if (oneToOne)
+        painter.setWorldTransform(QTransform::fromScale(1 / ratio, 1 / ratio));
     for (const QRect& part : event->region()) {
         const QRect inside = part & picture;
-        if (inside != part)
-            painter.fillRect(part, palette().window());
-        if (!inside.isEmpty())
-            painter.drawImage(inside.topLeft(), m_image, inside);
+        if (inside.isEmpty())
+            continue;
+        const QRectF logical(inside);
+        const QRectF device(logical.topLeft() * ratio, logical.size() * ratio);
+        if (oneToOne) {
+            const QRect pixels = device.toAlignedRect() & m_image.rect();
+            painter.drawImage(QRectF(pixels), m_image, QRectF(pixels));
+        } else {
+            painter.drawImage(logical, m_image, device);
+        }
     }
+}
+
+void MapArea::showChanged(const QRegion& devicePixels)
+{
+    const double ratio = m_image.devicePixelRatio();
+    if (ratio == 1) {
+        update(devicePixels);
+        return;
+    }
+    // The changed parts come in rows of tiles, from the top, none
+    // overlapping; at a whole ratio they stay so in logical pixels and make
+    // the region at once, at another they are joined one by one.
+    std::vector<QRect> logical;
+    logical.reserve(std::size_t(devicePixels.rectCount()));
+    for (const QRect& r : devicePixels)
+        logical.push_back(QRectF(r.x() / ratio, r.y() / ratio, r.width() / ratio, r.height() / ratio).toAlignedRect());
+    QRegion region;
+    if (ratio == std::round(ratio)) {
+        region.setRects(logical.data(), int(logical.size()));
+    } else {
+        for (const QRect& r : logical)
+            region += r;
+    }
+    update(region);
 }
 
 void MapArea::mousePressEvent(QMouseEvent* event)

@@ -26,6 +26,8 @@ public:
 
     // Brings the controls over the map up to date with the editor.
     void syncOverlays();
+    // Shows again the parts of the surface's image that changed, in its device pixels.
+    void showChanged(const QRegion& devicePixels);
     QLineEdit* captionBox() const { return m_caption; }
 
 protected:

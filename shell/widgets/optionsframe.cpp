@@ -45,7 +45,7 @@ QLabel* plainLabel(QWidget* parent, const QRect& geometry, const QString& captio
 
 void MainWindow::buildOptionsFrame()
 {
-    m_controls.frmStuff = new QGroupBox(centralWidget());
+    m_controls.frmStuff = new QGroupBox(m_panelContent);
     m_controls.frmStuff->setGeometry(twipRect(6840, 900, 3855, 6255));
     buildPaletteBlock(m_controls.frmStuff);
     buildBackgroundGroup(m_controls.frmStuff);

@@ -30,7 +30,7 @@ const ToolIcon kToolIcons[kToolCount] = {
 void MainWindow::buildToolFrame()
 {
     Controls& c = m_controls;
-    c.frmTools = new QGroupBox(QStringLiteral("Tools"), centralWidget());
+    c.frmTools = new QGroupBox(QStringLiteral("Tools"), m_panelContent);
     c.frmTools->setGeometry(twipRect(6840, 0, 3795, 915));
 
     for (int n = 0; n < kToolCount; ++n) {

@@ -6,15 +6,22 @@
 #include <QImage>
 #include <QPainter>
 #include <QPen>
+#include <QtMath>
+
+#include <algorithm>
+#include <cmath>
 
 namespace plotwell::test {
 
 // The plainest drawing surface there is: every operation goes straight to
-// QPainter as it comes. The real surface must give the very same pixels.
+// QPainter as it comes, on an image of ratio device pixels to a logical one,
+// with pens of whole device pixels. The real surface must give the very same pixels.
 class NaiveSurface : public DrawingSurface {
 public:
-    NaiveSurface(int widthPixels, int heightPixels) : m_image(widthPixels, heightPixels, QImage::Format_RGB32)
+    NaiveSurface(int widthPixels, int heightPixels, double ratio = 1)
+        : m_image(qCeil(widthPixels * ratio), qCeil(heightPixels * ratio), QImage::Format_RGB32), m_ratio(ratio)
     {
+        m_image.setDevicePixelRatio(ratio);
         m_image.setDotsPerMeterX(3780);
         m_image.setDotsPerMeterY(3780);
         m_image.fill(Qt::white);
@@ -23,8 +30,8 @@ public:
 
     const QImage& image() const { return m_image; }
 
-    float width() const override { return float(m_image.width()) * 15; }
-    float height() const override { return float(m_image.height()) * 15; }
+    float width() const override { return float(m_image.deviceIndependentSize().width()) * 15; }
+    float height() const override { return float(m_image.deviceIndependentSize().height()) * 15; }
     void resize(float, float) override {}
     ColorRGB backColor() const override { return m_back; }
     void setBackColor(ColorRGB c) override { m_back = c; }
@@ -61,9 +68,14 @@ public:
 
 private:
     static QColor colour(ColorRGB c) { return QColor(c.r, c.g, c.b); }
-    QPen pen(ColorRGB c) const { return QPen(colour(c), m_width, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin); }
+    QPen pen(ColorRGB c) const
+    {
+        const double width = std::max(1.0, std::round(m_width * m_ratio)) / m_ratio;
+        return QPen(colour(c), width, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
+    }
 
     QImage m_image;
+    double m_ratio;
     TextCache m_text;
     ColorRGB m_back = kWhite, m_pen, m_fill;
     int m_width = 1;

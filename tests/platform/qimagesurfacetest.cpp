@@ -8,7 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <functional>
 #include <limits>
+#include <random>
 #include <set>
 
 using namespace plotwell;
@@ -114,8 +117,13 @@ TEST(QImageSurface, LinesShowAtOnceClearResizeAndPictures)
     EXPECT_EQ(surface.image().pixel(10, 5), qRgb(0xc0, 0x10, 0x20));
 }
 
-TEST(QImageSurface, FramesAreThoseOfDrawingEveryOperationDirectly)
+// At each device pixel ratio of a screen: plain, fractional and double.
+class QImageSurfaceAt : public testing::TestWithParam<double> {};
+INSTANTIATE_TEST_SUITE_P(Ratios, QImageSurfaceAt, testing::Values(1.0, 1.5, 2.0));
+
+TEST_P(QImageSurfaceAt, FramesAreThoseOfDrawingEveryOperationDirectly)
 {
+    const double ratio = GetParam();
     const struct {
         const char* name;
         float scale;
@@ -127,8 +135,8 @@ TEST(QImageSurface, FramesAreThoseOfDrawingEveryOperationDirectly)
         {"stereo", 3, true, false, kBlack},         {"beyond the zoom strip", 150, false, false, kWhite},
     };
     for (const auto& c : cases) {
-        QImageSurface surface(300 * kPx, 220 * kPx);
-        NaiveSurface naive(300, 220);
+        QImageSurface surface(300 * kPx, 220 * kPx, ratio);
+        NaiveSurface naive(300, 220, ratio);
         EditorOn real(surface), plain(naive);
         for (EditorOn* w : {&real, &plain}) {
             Editor& e = w->editor;
@@ -152,6 +160,179 @@ TEST(QImageSurface, FramesAreThoseOfDrawingEveryOperationDirectly)
         EXPECT_EQ(differingPixels(surface.image(), naive.image()), 0) << c.name;
         EXPECT_GT(coloursIn(surface.image()).size(), 4u) << c.name << " drew something";
     }
+}
+
+TEST_P(QImageSurfaceAt, PensAndTextTakeTheDevicePixels)
+{
+    const double ratio = GetParam();
+    // A surface that drew at one device pixel to one, then moved to a screen of the ratio.
+    QImageSurface surface(60 * kPx, 40 * kPx);
+    surface.setPenColor(kBlue);
+    for (const int width : {1, 2, 3}) {
+        surface.setPenWidth(width);
+        surface.line(0, 0, 60 * kPx, 40 * kPx);
+    }
+    surface.setPixelRatio(ratio);
+    ASSERT_EQ(surface.image().size(), QSize(int(std::ceil(60 * ratio)), int(std::ceil(40 * ratio))));
+    surface.setPixelRatio(std::numeric_limits<double>::quiet_NaN());
+    EXPECT_EQ(surface.pixelRatio(), 1) << "no ratio is taken as one";
+    surface.setPixelRatio(ratio);
+    const int middle = surface.image().width() / 2;
+    // A pen w logical pixels wide covers round(w x ratio) device rows, wherever the line lies.
+    for (const int width : {1, 2, 3}) {
+        for (float y = 10 * kPx; y < 11 * kPx; y += 2.5f) {
+            surface.clear();
+            surface.setPenWidth(width);
+            surface.setPenColor(kBlue);
+            surface.line(2 * kPx, y, 58 * kPx, y);
+            int rows = 0;
+            for (int row = 0; row < surface.image().height(); ++row)
+                rows += surface.image().pixel(middle, row) == pixel(kBlue);
+            EXPECT_EQ(rows, std::lround(width * ratio)) << "width " << width << " at " << y;
+        }
+    }
+
+    // Text is laid out in logical pixels and drawn at device ones: not a
+    // blown-up copy of the text at one device pixel to a logical one.
+    const auto printed = [](double r) {
+        QImageSurface s(60 * kPx, 20 * kPx, r);
+        s.setPenColor(kGreen);
+        s.setFont(10, false);
+        s.setTextPosition(2 * kPx, 2 * kPx);
+        s.print("Kelethin");
+        return s.image();
+    };
+    const QImage text = printed(ratio);
+    const QImage atOne = printed(1);
+    const QImage blownUp = atOne.scaled(text.size());
+    const auto inkOf = [](const QImage& image) {
+        int ink = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                ink += image.pixel(x, y) == pixel(kGreen);
+        return ink;
+    };
+    int notBlownUp = 0;
+    for (int y = 0; y < text.height(); ++y)
+        for (int x = 0; x < text.width(); ++x)
+            notBlownUp += text.pixel(x, y) != blownUp.pixel(x, y);
+    const int ink = inkOf(text);
+    EXPECT_GT(inkOf(atOne), 40);
+    if (ratio > 1) {
+        EXPECT_GT(ink, inkOf(atOne)) << "more device pixels to the glyphs";
+        EXPECT_GT(notBlownUp, ink / 10) << "drawn at device pixels, not scaled up";
+    } else {
+        EXPECT_EQ(notBlownUp, 0);
+    }
+}
+
+TEST_P(QImageSurfaceAt, APictureAtItsOwnSizeKeepsItsPixelsAndAStretchedOneIsSmooth)
+{
+    const double ratio = GetParam();
+    QImageSurface surface(40 * kPx, 20 * kPx, ratio);
+    // Cells of 2 x 2 pixels, white and black, like the tracing paper's mesh.
+    QImage cells(16, 16, QImage::Format_RGB32);
+    for (int y = 0; y < 16; ++y)
+        for (int x = 0; x < 16; ++x)
+            cells.setPixel(x, y, (x / 2 + y / 2) % 2 ? qRgb(0, 0, 0) : qRgb(255, 255, 255));
+    const QRectF whole(0, 0, 16 * kPx, 16 * kPx);
+    surface.paintPicture(cells, whole, whole, RasterOp::Copy);
+    surface.paintPicture(cells, QRectF(20 * kPx, 0, 19 * kPx, 19 * kPx), whole, RasterOp::Copy);
+    const QImage& image = surface.image();
+    const int own = int(16 * ratio), stretched = int(20 * ratio);
+    EXPECT_EQ(coloursIn(image.copy(0, 0, own, own)), (std::set<QRgb>{qRgb(0, 0, 0), qRgb(255, 255, 255)}));
+    EXPECT_EQ(image.pixel(own - 1, own - 1), qRgb(255, 255, 255)) << "the last cell ends at the picture's edge";
+    EXPECT_GT(coloursIn(image.copy(stretched, 0, own, own)).size(), 2u);
+}
+
+TEST_P(QImageSurfaceAt, AKeptPictureComesBackWhereverItWasDrawnOver)
+{
+    const double ratio = GetParam();
+    QImageSurface surface(240 * kPx, 160 * kPx, ratio);
+    surface.setPenWidth(2);
+    surface.setPenColor(kBlue);
+    surface.line(0, 0, 240 * kPx, 160 * kPx);
+    EXPECT_FALSE(surface.restorePicture()) << "none kept yet";
+    surface.keepPicture();
+    const QImage kept = surface.image().copy();
+
+    // Everything that draws: lines, circles, text, parts of other pictures.
+    surface.setPenColor(kGreen);
+    surface.line(70 * kPx, 0, 0, 50 * kPx);
+    surface.setFillColor(kRed);
+    surface.circle(40 * kPx, 30 * kPx, 5 * kPx, kBlack);
+    surface.setTextPosition(10 * kPx, 40 * kPx);
+    surface.print("Loc: 1, 2");
+    QImage other(surface.image().size(), QImage::Format_RGB32);
+    other.fill(qRgb(9, 9, 9));
+    surface.copyPart(other, QRect(3, 3, 20, 7));
+    ASSERT_GT(differingPixels(surface.image(), kept), 0);
+    QRegion shown;
+    surface.onRefresh = [&](const QRegion& changed) { shown = changed; };
+    surface.refresh();
+    EXPECT_TRUE(surface.restorePicture());
+    EXPECT_EQ(differingPixels(surface.image(), kept), 0);
+    EXPECT_FALSE(surface.restorePicture()) << "put back once";
+    surface.refresh();
+    int area = 0;
+    for (const QRect& r : shown)
+        area += r.width() * r.height();
+    EXPECT_GT(area, 0);
+    EXPECT_LT(area, surface.image().width() * surface.image().height() / 2) << "only where it was drawn over";
+
+    // A cleared, resized or scrolled image has lost the picture.
+    for (const auto& lose : std::vector<std::function<void()>>{[&] { surface.clear(); },
+                                                               [&] { surface.resize(70 * kPx, 60 * kPx); },
+                                                               [&] { surface.scroll(1, 0); }}) {
+        surface.keepPicture();
+        lose();
+        EXPECT_FALSE(surface.restorePicture());
+    }
+}
+
+TEST_P(QImageSurfaceAt, ScrollingMovesWhatStaysInSightFarAndWide)
+{
+    const double ratio = GetParam();
+    QImageSurface surface(50 * kPx, 30 * kPx, ratio);
+    QImage expected(surface.image().size(), QImage::Format_RGB32);
+    for (int y = 0; y < expected.height(); ++y)
+        for (int x = 0; x < expected.width(); ++x)
+            expected.setPixel(x, y, qRgb(x, y, (x * 7 + y) % 256));
+    surface.copyPart(expected, expected.rect());
+    const QImage copyBefore = surface.image();
+    std::mt19937 rng(4);
+    // Far enough one way, then the other, that the pixels move back to the
+    // middle of their room several times.
+    for (int step = 0; step < 60; ++step) {
+        const int dx = int(rng() % 9) - (step < 30 ? 1 : 7), dy = int(rng() % 7) - (step < 30 ? 5 : 1);
+        surface.scroll(dx, dy);
+        QImage moved(expected.size(), QImage::Format_RGB32);
+        moved.fill(0);
+        for (int y = 0; y < moved.height(); ++y)
+            for (int x = 0; x < moved.width(); ++x)
+                if (expected.valid(x - dx, y - dy))
+                    moved.setPixel(x, y, expected.pixel(x - dx, y - dy));
+        expected = moved;
+        int wrong = 0;
+        for (int y = std::max(0, dy); y < expected.height() + std::min(0, dy); ++y)
+            for (int x = std::max(0, dx); x < expected.width() + std::min(0, dx); ++x)
+                wrong += surface.image().pixel(x, y) != expected.pixel(x, y);
+        ASSERT_EQ(wrong, 0) << step;
+        // What the uncovered strips show is drawn anew, as a pan does.
+        surface.copyPart(expected, QRect(0, 0, expected.width(), std::max(0, dy)));
+        surface.copyPart(expected, QRect(expected.width() + std::min(0, dx), 0, -std::min(0, dx), expected.height()));
+        surface.copyPart(expected, QRect(0, 0, std::max(0, dx), expected.height()));
+        surface.copyPart(expected, QRect(0, expected.height() + std::min(0, dy), expected.width(), -std::min(0, dy)));
+    }
+    EXPECT_EQ(surface.image().size(), copyBefore.size());
+    // Drawing goes on in the image that scrolled, and a resize keeps what it shows.
+    surface.setPenWidth(1);
+    surface.setPenColor(kBlue);
+    surface.line(0, 5 * kPx, 50 * kPx, 5 * kPx);
+    EXPECT_EQ(surface.image().pixel(10, int(5 * ratio)), pixel(kBlue));
+    const QRgb corner = surface.image().pixel(3, 3);
+    surface.resize(60 * kPx, 30 * kPx);
+    EXPECT_EQ(surface.image().pixel(3, 3), corner);
 }
 
 } // namespace

@@ -203,4 +203,29 @@ TEST(Picture, TheCurrentViewIsThePictureTheScreenShows)
     }
 }
 
+TEST(Picture, AScreenOfMoreDevicePixelsChangesNoExport)
+{
+    // The view of a screen at 200 %: the picture has the size of the view in
+    // the layout's pixels, and is that of a plain screen.
+    QImageSurface dense(300 * 15, 200 * 15, 2), plain(300 * 15, 200 * 15);
+    EditorOn w(dense);
+    Editor& e = w.editor;
+    addTestLine(e, -20, -10, 5, 40, 30, 80, kBlue);
+    addTestLabel(e, 15, 5, 20, kRed, "Bank");
+    setCurrentScale(e.view, e.doc, 40);
+    e.view.offsetX = 1200;
+    e.view.offsetY = 900;
+    e.drawLines();
+    ASSERT_EQ(dense.image().size(), QSize(600, 400));
+    const FrameSource map = e.frameSource();
+    plain.setPenWidth(2);
+    drawFrame(plain, map);
+    QTemporaryDir dir;
+    const QString path = dir.filePath("view.png");
+    PictureOptions options;
+    options.area = PictureArea::CurrentView;
+    ASSERT_EQ(writePicture(path, PictureFormat::Png, pictureFrame(options, map), map, dense.backColor()), "");
+    EXPECT_EQ(QImage(path).convertToFormat(QImage::Format_RGB32), plain.image());
+}
+
 } // namespace

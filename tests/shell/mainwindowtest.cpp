@@ -16,6 +16,9 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QProgressDialog>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QThread>
 #include <QTimer>
@@ -24,6 +27,7 @@
 
 #include "document/mapwriter.h"
 #include "platform/settingsstore.h"
+#include "platform/twips.h"
 #include "view/zoom.h"
 #include "tests/support/files.h"
 #include "tests/support/qtprinters.h"
@@ -37,6 +41,25 @@ using plotwell::test::fileBytes;
 using plotwell::test::writeBytes;
 
 
+namespace {
+
+// Where a frame of the panels lies in the window's client area.
+QRect inClient(const QWidget* frame, const QWidget* client)
+{
+    return QRect(frame->mapTo(client, QPoint(0, 0)), frame->size());
+}
+
+// The screen of the given device pixel ratio, among those the tests run with.
+QScreen* screenOfRatio(double ratio)
+{
+    for (QScreen* screen : QGuiApplication::screens())
+        if (screen->devicePixelRatio() == ratio)
+            return screen;
+    return nullptr;
+}
+
+} // namespace
+
 TEST(MainWindow, PanelsFitAtTheDefaultSizeAndFollowAResize)
 {
     MainWindow window;
@@ -44,25 +67,79 @@ TEST(MainWindow, PanelsFitAtTheDefaultSizeAndFollowAResize)
     const Controls& c = window.controls();
     QWidget* client = window.centralWidget();
     // Nothing of the map or the panels is cut off at the default size.
-    EXPECT_LE(c.frmStuff->geometry().right(), client->width());
-    EXPECT_LE(c.frmStuff->geometry().bottom(), client->height());
+    EXPECT_LE(inClient(c.frmStuff, client).right(), client->width());
+    EXPECT_LE(inClient(c.frmStuff, client).bottom(), client->height());
     EXPECT_LE(c.map->geometry().bottom(), client->height());
-    EXPECT_LT(c.map->geometry().right(), c.frmStuff->x());
+    EXPECT_LT(c.map->geometry().right(), inClient(c.frmStuff, client).x());
 
     window.resize(1200, 800);
     QCoreApplication::processEvents();
     const QSizeF outer = window.outerSizeTwips();
-    EXPECT_EQ(c.frmStuff->x(), qRound((outer.width() - 4095) / 15));
-    EXPECT_EQ(c.frmTools->x(), c.frmStuff->x());
+    EXPECT_EQ(inClient(c.frmStuff, client).x(), qRound((outer.width() - 4095) / 15));
+    EXPECT_EQ(inClient(c.frmTools, client).x(), inClient(c.frmStuff, client).x());
     EXPECT_EQ(c.map->width(), qRound((outer.width() - 4095 - 120) / 15));
     EXPECT_EQ(c.map->height(), qRound((outer.height() - 930) / 15));
-    EXPECT_EQ(window.mapImage().size(), c.map->size());
+    EXPECT_EQ(window.mapImage().deviceIndependentSize().toSize(), c.map->size());
 
     // Far too narrow for the panels: the window keeps running.
     window.resize(120, 60);
     QCoreApplication::processEvents();
     window.frameTick();
-    EXPECT_LT(c.frmStuff->x(), 0);
+    EXPECT_LT(inClient(c.frmStuff, client).x(), 0);
+}
+
+TEST(MainWindow, PanelsTooTallForTheWindowScrollWithEveryControlInItsPlace)
+{
+    MainWindow window;
+    window.show();
+    const Controls& c = window.controls();
+    QWidget* client = window.centralWidget();
+    window.resize(900, 300);
+    QCoreApplication::processEvents();
+    QScrollBar* bar = c.panels->verticalScrollBar();
+    ASSERT_TRUE(bar->isVisible());
+    EXPECT_LE(c.panels->geometry().right(), client->width() - 1);
+    EXPECT_EQ(c.lblLoc->geometry(), twipRect(180, 5040, 3495, 255)) << "placed in its frame as laid out";
+    EXPECT_EQ(inClient(c.frmTools, client).x(), inClient(c.frmStuff, client).x());
+    EXPECT_LT(c.map->geometry().right(), inClient(c.frmStuff, client).x());
+    bar->setValue(bar->maximum());
+    EXPECT_EQ(inClient(c.frmStuff, client).bottom(), c.panels->viewport()->height() - 1) << "scrolled to its end";
+
+    window.resize(900, 700);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(bar->isVisible());
+    EXPECT_EQ(inClient(c.frmStuff, client).x(), qRound((window.outerSizeTwips().width() - 4095) / 15));
+}
+
+TEST(MainWindow, OnAScreenOfAnotherRatioTheWindowFitsAndTheMapIsDrawnAtItsPixels)
+{
+    QScreen* plain = screenOfRatio(1);
+    QScreen* dense = screenOfRatio(2);
+    ASSERT_TRUE(plain && dense) << "the tests run on two screens (tests/data/screens.json)";
+    MainWindow window;
+    window.move(dense->availableGeometry().topLeft());
+    window.show();
+    QCoreApplication::processEvents();
+    window.frameTick();
+    const Controls& c = window.controls();
+    // The screen has less room than the layout asks for: the window opens
+    // within it, and the panels scroll.
+    EXPECT_TRUE(dense->availableGeometry().contains(window.frameGeometry()))
+        << testing::PrintToString(window.frameGeometry());
+    EXPECT_TRUE(c.panels->verticalScrollBar()->isVisible());
+    EXPECT_EQ(window.mapImage().devicePixelRatio(), 2);
+    EXPECT_EQ(window.mapImage().size(), c.map->size() * 2);
+    // What the map shows is the image, pixel for pixel.
+    const QImage shown = c.map->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    EXPECT_EQ(shown.size(), window.mapImage().size());
+    EXPECT_TRUE(shown == window.mapImage()) << "shown one device pixel to one";
+
+    // Moved to the plain screen, the next frame is drawn at its pixels.
+    window.move(plain->availableGeometry().topLeft());
+    QCoreApplication::processEvents();
+    window.frameTick();
+    EXPECT_EQ(window.mapImage().devicePixelRatio(), 1);
+    EXPECT_EQ(window.mapImage().size(), c.map->size());
 }
 
 TEST(MainWindow, CloseWaitsForTwoTicks)
