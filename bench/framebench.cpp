@@ -1,6 +1,6 @@
 #include "bench/benches.h"
 #include "editor/mapevents.h"
-#include "bench/nullservices.h"
+#include "bench/bencheditor.h"
 #include "document/ansitext.h"
 #include "editor/viewcommands.h"
 #include "render/colorrules.h"

@@ -1,6 +1,6 @@
 #include "bench/benches.h"
 #include "editor/mapevents.h"
-#include "bench/nullservices.h"
+#include "bench/bencheditor.h"
 #include "editor/edits.h"
 #include "tools/deletion.h"
 #include "view/zoom.h"

@@ -18,4 +18,6 @@ set(PLOTWELL_USES_editor document platform view render tools palette)
 set(PLOTWELL_USES_platform/widgets document platform)
 set(PLOTWELL_USES_shell ${PLOTWELL_CORE_LAYERS} platform/widgets)
 set(PLOTWELL_USES_cli ${PLOTWELL_CORE_LAYERS})
-set(PLOTWELL_CHECKED_FOLDERS ${PLOTWELL_CORE_LAYERS} platform/widgets shell cli)
+# The stand-ins for the services that the tests, the soak and the benchmarks share.
+set(PLOTWELL_USES_testing document platform)
+set(PLOTWELL_CHECKED_FOLDERS ${PLOTWELL_CORE_LAYERS} platform/widgets shell cli testing)

@@ -160,9 +160,9 @@ void runExport(World& w, const Step& s)
     // The target as it is when the file dialog shows it.
     makeFile(w.folder, target);
     const std::vector<Entry> before = listing(w.folder);
-    const int messages = w.dialogs.messages;
-    w.fileDialog.chosen.clear();
-    w.answers.queue = {target};
+    const std::size_t messages = w.dialogs.messages.size();
+    w.fileDialog.chosenFiles.clear();
+    w.answers = {target};
     w.pictureDialog.accept = s.whole(0) != 0;
     exportPictureFromMenu(w.editor);
     w.pictureDialog.accept = false;
@@ -171,8 +171,8 @@ void runExport(World& w, const Step& s)
     // was, or the chosen file, with the format's extension when it had none,
     // holds a whole picture and nothing else changed.
     QString written;
-    if (w.dialogs.messages == messages && !w.fileDialog.chosen.isEmpty()) {
-        written = w.fileDialog.chosen;
+    if (w.dialogs.messages.size() == messages && !w.fileDialog.chosenFiles.isEmpty()) {
+        written = w.fileDialog.chosenFiles.last();
         if (QFileInfo(written).suffix().isEmpty())
             written += options.format == PictureFormat::Png ? QStringLiteral(".png") : QStringLiteral(".svg");
         const QSize size = options.area == PictureArea::WholeMap ? options.size : QSize();

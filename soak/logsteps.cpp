@@ -63,7 +63,7 @@ Step makeFollowLog(Generator& g)
 
 void runFollowLog(World& w, const Step& s)
 {
-    w.answers.queue.assign(s.texts.begin(), s.texts.end());
+    w.answers.assign(s.texts.begin(), s.texts.end());
     followGameLogFromMenu(w.editor);
 }
 

@@ -53,7 +53,7 @@ public:
     {
         record(step);
         World& world = *m_world;
-        world.events.pending = [this, &world, &nested] {
+        world.events.once = [this, &world, &nested] {
             std::optional<Step> inner = nested();
             if (!inner)
                 return;
@@ -63,7 +63,7 @@ public:
             world.answers = outer;
         };
         runStep(world, step);
-        world.events.pending = nullptr;
+        world.events.once = nullptr;
         ++g_stepsEnded;
         if (world.fault)
             return failure(*world.fault);

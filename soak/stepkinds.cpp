@@ -39,7 +39,7 @@ Step make(const char* kind, std::vector<double> numbers = {}, std::vector<QStrin
 // The answers a step carries, for whatever dialog its handler shows.
 void answerWith(World& world, const Step& step)
 {
-    world.answers.queue.assign(step.texts.begin(), step.texts.end());
+    world.answers.assign(step.texts.begin(), step.texts.end());
 }
 
 int layerOf(const Step& step, std::size_t i) { return ((step.whole(i) % kLayerCount) + kLayerCount) % kLayerCount; }
@@ -372,10 +372,10 @@ void runLoad(World& w, const Step& s)
 {
     answerWith(w, s);
     w.progress.cancelAt = s.whole(1);
-    w.progress.endAt = s.whole(2);
+    w.endAt = s.whole(2);
     loadLayerFromMenu(w.editor, std::int16_t(layerOf(s, 0)));
     w.progress.cancelAt = 0;
-    w.progress.endAt = 0;
+    w.endAt = 0;
 }
 
 Step makeDrop(Generator& g)
@@ -387,7 +387,7 @@ Step makeDrop(Generator& g)
 }
 void runDrop(World& w, const Step& s)
 {
-    w.progress.endAt = s.whole(0);
+    w.endAt = s.whole(0);
     QStringList paths;
     for (const QString& recipe : s.texts) {
         const QString path = makeFile(w.folder, recipe);
@@ -396,7 +396,7 @@ void runDrop(World& w, const Step& s)
     }
     if (!paths.isEmpty())
         dropFiles(w.editor, paths);
-    w.progress.endAt = 0;
+    w.endAt = 0;
 }
 
 Step makeUnderlayOpen(Generator& g) { return make("underlay_open", {}, {g.pictureRecipe()}); }
@@ -545,7 +545,7 @@ void runStart(World& w, const Step& s)
     // As the window starts: the presets are in the settings store, the
     // defaults are set, the window takes its size, then it shows itself.
     for (int i = 0; i < kPresetCount && i < int(s.texts.size()); ++i)
-        w.settings.save(QStringLiteral("colorPresets"), QString::number(i), s.texts[std::size_t(i)]);
+        w.machine.settings.save(QStringLiteral("colorPresets"), QString::number(i), s.texts[std::size_t(i)]);
     startProgram(w, QSizeF(s.number(0), s.number(1)));
 }
 
@@ -583,12 +583,12 @@ Step startStep(Generator& g)
 
 void runStep(World& world, const Step& step)
 {
-    world.answers.queue.clear();
+    world.answers.clear();
     if (step.kind == "start")
         runStart(world, step);
     else if (const StepKind* kind = findStepKind(step.kind))
         kind->run(world, step);
-    world.answers.queue.clear();
+    world.answers.clear();
     // The window marks the frame changed after every event it hands over.
     world.editor.frameDirty = true;
 }

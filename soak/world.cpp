@@ -7,24 +7,23 @@
 
 namespace plotwell::soak {
 
-bool SoakFileDialog::show()
-{
-    const QString recipe = m_answers.next();
-    if (recipe.isEmpty())
-        return false;
-    fileName = makeFile(m_folder, recipe);
-    chosen = fileName;
-    return !fileName.isEmpty();
-}
-
 World::World(const QString& folder, Machine& machine)
-    : folder(folder), machine(machine), surface(6795, 7155), fileDialog(answers, folder), dialogs(answers),
-      settings(machine.settings), launcher(folder),
-      editor(Services{surface, fileDialog, dialogs, settings, events, clipboard, launcher, progress, pictureDialog}),
+    : folder(folder), machine(machine), surface(6795, 7155), editor(on(surface, machine.settings)),
       recovery(machine.recoveryPlace)
 {
+    fileDialog.from = &answers;
+    fileDialog.choose = [this](const QString& recipe) { return makeFile(this->folder, recipe); };
+    dialogs.from = &answers;
+    launcher.folder = folder;
+    launcher.viewerFound = false;
+    pictureDialog.accept = false;
+    progress.onReport = [this](int report) {
+        if (report == endAt) {
+            endAt = 0;
+            closeWindow();
+        }
+    };
     editor.focusMap = [this] { ++focusRequests; };
-    progress.endTimer = [this] { closeWindow(); };
 }
 
 void World::closeWindow()

@@ -25,12 +25,9 @@ using namespace plotwell::test;
 namespace {
 
 // A temporary folder and a clock the test moves.
-class FakePlace : public RecoveryPlace {
-public:
+struct FakePlace : FakeRecoveryPlace {
+    FakePlace() { path = dir.path(); }
     QTemporaryDir dir;
-    qint64 now = 0;
-    QString folder() const override { return dir.path(); }
-    qint64 msecsNow() const override { return now; }
 };
 
 // The copy of layer 0 in the one run folder there is, or "(none)".
