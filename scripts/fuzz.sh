@@ -9,7 +9,7 @@ cd "$(dirname "$0")/.."
 seconds="${1:-60}"
 ./scripts/install-deps.sh fuzz
 cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ \
-  -DPLOTWELL_FUZZ=ON -DBUILD_TESTING=OFF >/dev/null
+  -DPLOTWELL_FUZZ=ON -DBUILD_TESTING=OFF -DPLOTWELL_WERROR="${PLOTWELL_WERROR:-OFF}" >/dev/null
 cmake --build build-fuzz --target plotwell-fuzz-reader
 mkdir -p build-fuzz/corpus build-fuzz/crashes
 export ASAN_OPTIONS="halt_on_error=1:abort_on_error=1:detect_leaks=1"

@@ -54,7 +54,7 @@ void shiftMarkToLoc(const ToolContext& context, const MapPoint& mark, const QStr
     const double s = context.view.currentScale;
     const double dx = (double(mark.x) - x) * s;
     const double dy = (double(mark.y) - y) * s;
-    const auto fits = [kMax](double v) { return std::fabs(v) <= kMax; };
+    const auto fits = [](double v) { return std::fabs(v) <= kMax; };
     // A view the offsets cannot hold is refused, as is a location a single cannot.
     if (!fits(dx) || !fits(dy) || !fits(context.view.offsetX + dx) || !fits(context.view.offsetY + dy))
         return;
