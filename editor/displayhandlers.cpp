@@ -4,6 +4,7 @@
 #include "editor/editor.h"
 #include "view/zoom.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace plotwell {
@@ -32,34 +33,61 @@ void askHeightRange(Editor& editor)
 
 } // namespace
 
-void chkLinesClicked(Editor& editor)
+void chkLinesClicked(Editor& editor, bool checked)
 {
-    editor.display.showLines = editor.display.linesChecked;
+    editor.display.linesChecked = checked;
+    editor.display.showLines = checked;
     redrawAndFocusMap(editor);
 }
 
-void chkLabelsClicked(Editor& editor)
+void chkLabelsClicked(Editor& editor, bool checked)
 {
-    editor.display.showLabels = editor.display.labelsChecked;
+    editor.display.labelsChecked = checked;
+    editor.display.showLabels = checked;
     redrawAndFocusMap(editor);
 }
 
-void chkHeightClicked(Editor& editor)
+void chkHeightClicked(Editor& editor, bool checked)
 {
-    editor.display.heightFilterOn = editor.display.heightChecked;
+    editor.display.heightChecked = checked;
+    editor.display.heightFilterOn = checked;
     redrawAndFocusMap(editor);
 }
 
-void chkInvertClicked(Editor& editor) { editor.drawLines(); }
-
-void chkFlashClicked(Editor& editor) { redrawAndFocusMap(editor); }
-
-void chkStereoClicked(Editor& editor)
+void chkInvertClicked(Editor& editor, bool checked)
 {
-    if (!editor.display.stereoChecked)
+    editor.display.invertChecked = checked;
+    editor.drawLines();
+}
+
+void chkFlashClicked(Editor& editor, bool checked)
+{
+    editor.display.flashChecked = checked;
+    redrawAndFocusMap(editor);
+}
+
+void chkStereoClicked(Editor& editor, bool checked)
+{
+    editor.display.stereoChecked = checked;
+    if (!checked)
         return;
     editor.underlay.underlayOn = false;
     editor.services.surface.setBackColor(kBlack);
+}
+
+void chkAspectClicked(Editor& editor, bool checked)
+{
+    editor.underlay.aspectChecked = checked;
+    editor.frameDirty = true;
+}
+
+void stereoSliderMoved(Editor& editor, StereoSlider slider, int value)
+{
+    // The sliders' ranges: separation 0..100, brightness 0..255.
+    const auto v = std::int16_t(std::clamp(value, 0, slider == StereoSlider::Brightness ? 255 : 100));
+    DisplayOptions& d = editor.display;
+    (slider == StereoSlider::Separation ? d.stereo : slider == StereoSlider::SeparationByHeight ? d.stereoZ : d.brightness) = v;
+    editor.frameDirty = true;
 }
 
 void chkHeightMouseDown(Editor& editor, int button)

@@ -26,6 +26,20 @@ void undoEdit(Editor& editor)
     releaseHeldFrame(editor);
 }
 
+bool editShortcutPressed(Editor& editor, int keyCode, int shift)
+{
+    for (const EditShortcut& key : kEditShortcuts) {
+        if (key.keyCode != keyCode || key.shift != shift)
+            continue;
+        if (key.command == EditKeyCommand::Undo)
+            undoEdit(editor);
+        else
+            redoEdit(editor);
+        return true;
+    }
+    return false;
+}
+
 void redoEdit(Editor& editor)
 {
     editor.history.redo(editor.view.currentScale);

@@ -3,6 +3,7 @@
 #include "document/editcommands.h"
 #include "document/history.h"
 #include "document/layerhome.h"
+#include "view/viewkeys.h"
 
 #include <QString>
 
@@ -28,6 +29,23 @@ void releaseHeldFrame(Editor& editor);
 // last redone; the map shows the change.
 void undoEdit(Editor& editor);
 void redoEdit(Editor& editor);
+
+// The Edit menu's keys, which the window takes before the map sees them:
+// Ctrl+Z undoes, Ctrl+Y and Ctrl+Shift+Z redo, whatever the platform's habit.
+enum class EditKeyCommand { Undo, Redo };
+struct EditShortcut {
+    int keyCode;
+    int shift; // the modifier mask
+    EditKeyCommand command;
+};
+constexpr EditShortcut kEditShortcuts[] = {
+    {Key::Z, kCtrlMask, EditKeyCommand::Undo},
+    {Key::Y, kCtrlMask, EditKeyCommand::Redo},
+    {Key::Z, kCtrlMask | kShiftMask, EditKeyCommand::Redo},
+};
+// A key pressed where the Edit menu's shortcuts take it: runs the command it
+// stands for and returns true; any other key returns false, for the map.
+bool editShortcutPressed(Editor& editor, int keyCode, int shift);
 
 // An edit that may take the records of layers out, append records and give
 // layers other files, as one step: loading files, closing all layers,

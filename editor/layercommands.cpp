@@ -19,8 +19,9 @@ void setActiveLayer(Editor& editor, std::int16_t layer)
     editor.drawLines();
 }
 
-void layerCheckClicked(Editor& editor, int /*layer*/)
+void layerCheckClicked(Editor& editor, int layer, bool checked)
 {
+    editor.display.layerChecked[layer] = checked;
     editor.drawLines();
     editor.focusMap();
 }
@@ -29,8 +30,7 @@ void setLayerChecked(Editor& editor, int layer, bool checked)
 {
     if (editor.display.layerChecked[layer] == checked)
         return;
-    editor.display.layerChecked[layer] = checked;
-    layerCheckClicked(editor, layer);
+    layerCheckClicked(editor, layer, checked);
 }
 
 void activeMarkerClicked(Editor& editor, int layer) { setActiveLayer(editor, std::int16_t(layer)); }

@@ -11,7 +11,7 @@ class Editor;
 // Makes a layer active: markers, its check box checked, a redraw.
 void setActiveLayer(Editor& editor, std::int16_t layer);
 // The user toggled a layer's check box (its new value is already set).
-void layerCheckClicked(Editor& editor, int layer);
+void layerCheckClicked(Editor& editor, int layer, bool checked);
 // Sets a check box's value as a program change; runs the click handler when it changes.
 void setLayerChecked(Editor& editor, int layer, bool checked);
 // The user clicked a layer's marker.

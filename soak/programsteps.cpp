@@ -32,7 +32,7 @@ void presses(Generator& g, std::vector<Step>& run, bool undo, int count)
         return;
     }
     const bool withY = !undo && g.rng.chance(0.5);
-    const int key = withY ? kKeyY : Key::Z;
+    const int key = withY ? Key::Y : Key::Z;
     const int shift = undo || withY ? kCtrlMask : kCtrlMask | kShiftMask;
     run.push_back(make("keydown", {double(Key::Ctrl), double(kCtrlMask)}));
     if (shift & kShiftMask)

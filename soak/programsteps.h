@@ -9,8 +9,6 @@ namespace plotwell::soak {
 class Generator;
 class World;
 
-// The code of the Y key, as the keyboard reports it.
-constexpr int kKeyY = 'Y';
 
 // The steps that act on the program as a whole, for the table in
 // stepkinds.cpp: Edit > Undo and Redo, the clock that the recovery copies

@@ -91,7 +91,7 @@ int keyCode(Generator& g)
 {
     return g.rng.pick<int>({Key::Left, Key::Right, Key::Up, Key::Down, Key::Delete, Key::Delete, Key::Escape, Key::Z,
                             Key::Shift, Key::Ctrl, Key::Alt, Key::PadPlus, Key::PadMinus, Key::Plus, Key::Minus, 'A',
-                            kKeyY, 0});
+                            Key::Y, 0});
 }
 
 int modifiers(Generator& g) { return g.rng.chance(0.6) ? 0 : g.rng.between(1, 7); }
@@ -122,16 +122,9 @@ Step makeKeyDown(Generator& g)
 
 void runKeyDown(World& w, const Step& s)
 {
-    // The Edit menu's shortcuts take their keys before the map sees them:
-    // Ctrl+Z undoes, Ctrl+Y and Ctrl+Shift+Z redo.
-    const int code = s.whole(0);
-    const int shift = s.whole(1);
-    if (code == Key::Z && shift == kCtrlMask)
-        undoEdit(w.editor);
-    else if ((code == Key::Z && shift == (kCtrlMask | kShiftMask)) || (code == kKeyY && shift == kCtrlMask))
-        redoEdit(w.editor);
-    else
-        mapKeyDown(w.editor, code, shift);
+    // The Edit menu's shortcuts take their keys before the map sees them.
+    if (!editShortcutPressed(w.editor, s.whole(0), s.whole(1)))
+        mapKeyDown(w.editor, s.whole(0), s.whole(1));
 }
 
 Step makeKeyUp(Generator& g) { return make("keyup", {double(keyCode(g)), double(modifiers(g))}); }
@@ -221,34 +214,30 @@ Step makeUnderlayButton(Generator& g) { return make("underlay_button", {double(g
 void runUnderlayButton(World& w, const Step& s) { backgroundButtonClicked(w.editor, s.whole(0) % 3); }
 
 Step makeAspect(Generator& g) { return makeToggle("aspect", g, g.world().editor.underlay.aspectChecked, true); }
-void runAspect(World& w, const Step& s) { w.editor.underlay.aspectChecked = s.whole(1) != 0; }
+void runAspect(World& w, const Step& s) { chkAspectClicked(w.editor, s.whole(1) != 0); }
 
 Step makeInvert(Generator& g) { return makeToggle("invert", g, g.world().editor.display.invertChecked, true); }
 void runInvert(World& w, const Step& s)
 {
-    w.editor.display.invertChecked = s.whole(1) != 0;
-    chkInvertClicked(w.editor);
+    chkInvertClicked(w.editor, s.whole(1) != 0);
 }
 
 Step makeShowLabels(Generator& g) { return makeToggle("show_labels", g, g.world().editor.display.labelsChecked, true); }
 void runShowLabels(World& w, const Step& s)
 {
-    w.editor.display.labelsChecked = s.whole(1) != 0;
-    chkLabelsClicked(w.editor);
+    chkLabelsClicked(w.editor, s.whole(1) != 0);
 }
 
 Step makeShowLines(Generator& g) { return makeToggle("show_lines", g, g.world().editor.display.linesChecked, true); }
 void runShowLines(World& w, const Step& s)
 {
-    w.editor.display.linesChecked = s.whole(1) != 0;
-    chkLinesClicked(w.editor);
+    chkLinesClicked(w.editor, s.whole(1) != 0);
 }
 
 Step makeFlash(Generator& g) { return makeToggle("flash", g, g.world().editor.display.flashChecked, true); }
 void runFlash(World& w, const Step& s)
 {
-    w.editor.display.flashChecked = s.whole(1) != 0;
-    chkFlashClicked(w.editor);
+    chkFlashClicked(w.editor, s.whole(1) != 0);
 }
 
 Step makeLayerCheck(Generator& g)
@@ -260,8 +249,7 @@ Step makeLayerCheck(Generator& g)
 void runLayerCheck(World& w, const Step& s)
 {
     const int n = layerOf(s, 0);
-    w.editor.display.layerChecked[std::size_t(n)] = s.whole(1) != 0;
-    layerCheckClicked(w.editor, n);
+    layerCheckClicked(w.editor, n, s.whole(1) != 0);
 }
 
 Step makeLayerMarker(Generator& g) { return make("layer_marker", {double(g.rng.below(kLayerCount))}); }
@@ -270,8 +258,7 @@ void runLayerMarker(World& w, const Step& s) { activeMarkerClicked(w.editor, lay
 Step makeHeightCheck(Generator& g) { return makeToggle("height_check", g, g.world().editor.display.heightChecked, false); }
 void runHeightCheck(World& w, const Step& s)
 {
-    w.editor.display.heightChecked = s.whole(1) != 0;
-    chkHeightClicked(w.editor);
+    chkHeightClicked(w.editor, s.whole(1) != 0);
 }
 
 Step makeHeightRange(Generator& g) { return make("height_range", {}, {g.typedNumber()}); }
@@ -284,18 +271,13 @@ void runHeightRange(World& w, const Step& s)
 Step makeStereo(Generator& g) { return makeToggle("stereo", g, g.world().editor.display.stereoChecked, false); }
 void runStereo(World& w, const Step& s)
 {
-    w.editor.display.stereoChecked = s.whole(1) != 0;
-    chkStereoClicked(w.editor);
+    chkStereoClicked(w.editor, s.whole(1) != 0);
 }
 
 Step makeStereoSlider(Generator& g) { return make("stereo_slider", {double(g.rng.below(3)), double(g.rng.between(0, 255))}); }
 void runStereoSlider(World& w, const Step& s)
 {
-    // The sliders' ranges: separation 0..100, brightness 0..255.
-    DisplayOptions& d = w.editor.display;
-    const int which = s.whole(0) % 3;
-    const auto value = std::int16_t(std::clamp(s.whole(1), 0, which == 2 ? 255 : 100));
-    (which == 0 ? d.stereo : which == 1 ? d.stereoZ : d.brightness) = value;
+    stereoSliderMoved(w.editor, StereoSlider((s.whole(0) % 3 + 3) % 3), s.whole(1));
 }
 
 // ---- the caption box

@@ -16,6 +16,7 @@ constexpr int Down = 40;
 constexpr int Delete = 46;
 constexpr int Ctrl = 17;
 constexpr int Alt = 18;
+constexpr int Y = 89;
 constexpr int Z = 90;
 constexpr int PadPlus = 107;
 constexpr int PadMinus = 109;

@@ -43,6 +43,15 @@ int editorKeyCode(const QKeyEvent& event)
     return 0;
 }
 
+Qt::KeyboardModifiers qtModifiers(int shift)
+{
+    Qt::KeyboardModifiers m;
+    m.setFlag(Qt::ShiftModifier, shift & kShiftMask);
+    m.setFlag(Qt::ControlModifier, shift & kCtrlMask);
+    m.setFlag(Qt::AltModifier, shift & kAltMask);
+    return m;
+}
+
 int editorShiftMask(const QKeyEvent& event)
 {
     const Qt::KeyboardModifiers m = event.modifiers();

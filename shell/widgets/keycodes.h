@@ -12,4 +12,7 @@ int editorKeyCode(const QKeyEvent& event);
 // the event's own modifier key included on a press and excluded on a release.
 int editorShiftMask(const QKeyEvent& event);
 
+// Qt's modifiers for a modifier mask of the editor's.
+Qt::KeyboardModifiers qtModifiers(int shift);
+
 } // namespace plotwell

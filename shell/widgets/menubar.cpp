@@ -7,6 +7,7 @@
 #include "editor/picturecommands.h"
 #include "editor/underlaycommands.h"
 #include "tools/intersection.h"
+#include "shell/widgets/keycodes.h"
 #include "shell/widgets/mainwindow.h"
 
 #include <QMenuBar>
@@ -59,14 +60,17 @@ void MainWindow::buildEditMenu()
 {
     QMenu* edit = menuBar()->addMenu(QStringLiteral("Edit"));
     m_controls.mnuUndo = edit->addAction(QStringLiteral("Undo"), this, [this] { handle([&] { undoEdit(m_editor); }); });
-    m_controls.mnuUndo->setShortcuts(QKeySequence::Undo);
     m_controls.mnuRedo = edit->addAction(QStringLiteral("Redo"), this, [this] { handle([&] { redoEdit(m_editor); }); });
-    // Ctrl+Y and Ctrl+Shift+Z both redo, whatever the platform's own habit.
+    // The platform's own keys, and the Edit menu's keys whatever the platform's habit.
+    QList<QKeySequence> undoKeys = QKeySequence::keyBindings(QKeySequence::Undo);
     QList<QKeySequence> redoKeys = QKeySequence::keyBindings(QKeySequence::Redo);
-    for (const QKeySequence& key : {QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)}) {
-        if (!redoKeys.contains(key))
-            redoKeys << key;
+    for (const EditShortcut& shortcut : kEditShortcuts) {
+        QList<QKeySequence>& keys = shortcut.command == EditKeyCommand::Undo ? undoKeys : redoKeys;
+        const QKeySequence key(qtModifiers(shortcut.shift) | Qt::Key(shortcut.keyCode));
+        if (!keys.contains(key))
+            keys << key;
     }
+    m_controls.mnuUndo->setShortcuts(undoKeys);
     m_controls.mnuRedo->setShortcuts(redoKeys);
 }
 

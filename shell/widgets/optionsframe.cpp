@@ -116,7 +116,7 @@ void MainWindow::buildBackgroundGroup(QWidget* frame)
     }
     c.chkAspect = checkBox(frame, twipRect(1920, 1260, 1755, 255), QStringLiteral("Maintain Aspect"), true);
     // No handler of its own: each frame reads the box.
-    connect(c.chkAspect, &QCheckBox::clicked, this, [this](bool on) { handle([&] { m_editor.underlay.aspectChecked = on; }); });
+    connect(c.chkAspect, &QCheckBox::clicked, this, [this](bool on) { handle([&] { chkAspectClicked(m_editor, on); }); });
 
     auto* invert = new WrapCheckBox(QStringLiteral("Invert colors if needed"), frame);
     invert->setGeometry(twipRect(2040, 1560, 1455, 375));
@@ -127,10 +127,7 @@ void MainWindow::buildBackgroundGroup(QWidget* frame)
     c.chkInvert = invert->box();
     c.chkInvert->setChecked(true);
     connect(c.chkInvert, &QCheckBox::clicked, this, [this](bool checked) {
-        handle([&] {
-            m_editor.display.invertChecked = checked;
-            chkInvertClicked(m_editor);
-        });
+        handle([&] { chkInvertClicked(m_editor, checked); });
     });
 
     plainLabel(frame, twipRect(2040, 1920, 1575, 255), QStringLiteral("Background Color:"));
@@ -153,22 +150,13 @@ void MainWindow::buildShowBox(QWidget* frame)
     rule->setGeometry(px(120), px(3120), px(1800) - px(120), 1);
     c.chkFlash = checkBox(frame, twipRect(120, 3180, 1755, 195), QStringLiteral("Flash selected items"), true);
     connect(c.chkLabels, &QCheckBox::clicked, this, [this](bool on) {
-        handle([&] {
-            m_editor.display.labelsChecked = on;
-            chkLabelsClicked(m_editor);
-        });
+        handle([&] { chkLabelsClicked(m_editor, on); });
     });
     connect(c.chkLines, &QCheckBox::clicked, this, [this](bool on) {
-        handle([&] {
-            m_editor.display.linesChecked = on;
-            chkLinesClicked(m_editor);
-        });
+        handle([&] { chkLinesClicked(m_editor, on); });
     });
     connect(c.chkFlash, &QCheckBox::clicked, this, [this](bool on) {
-        handle([&] {
-            m_editor.display.flashChecked = on;
-            chkFlashClicked(m_editor);
-        });
+        handle([&] { chkFlashClicked(m_editor, on); });
     });
 
     // Rows from the top: Layer 3, Layer 2, Layer 1, Base Layer.
@@ -183,10 +171,7 @@ void MainWindow::buildShowBox(QWidget* frame)
         auto* box = checkBox(frame, twipRect(360, top, 1560, 195), defaultLayerName(n), n == 0);
         box->setToolTip(QStringLiteral("Layer Visibility"));
         connect(box, &QCheckBox::clicked, this, [this, n](bool on) {
-            handle([&] {
-                m_editor.display.layerChecked[n] = on;
-                layerCheckClicked(m_editor, n);
-            });
+            handle([&] { layerCheckClicked(m_editor, n, on); });
         });
         c.chkLayer[n] = box;
     }
@@ -200,17 +185,11 @@ void MainWindow::buildHeightBox(QWidget* frame)
     c.chkHeight->setToolTip(QStringLiteral("Right click to set Z axis tollerance"));
     c.chkHeight->installEventFilter(this);
     connect(c.chkHeight, &QCheckBox::clicked, this, [this](bool on) {
-        handle([&] {
-            m_editor.display.heightChecked = on;
-            chkHeightClicked(m_editor);
-        });
+        handle([&] { chkHeightClicked(m_editor, on); });
     });
     c.chkStereo = checkBox(frame, twipRect(2040, 2940, 1695, 255), QStringLiteral("Stereoscopic Mode"), false);
     connect(c.chkStereo, &QCheckBox::clicked, this, [this](bool on) {
-        handle([&] {
-            m_editor.display.stereoChecked = on;
-            chkStereoClicked(m_editor);
-        });
+        handle([&] { chkStereoClicked(m_editor, on); });
     });
     plainLabel(frame, twipRect(2100, 3240, 1515, 255), QStringLiteral("Stereo Seperation:"));
     c.sldStereo = slider(frame, twipRect(2040, 3480, 1695, 195), 100, 30,
@@ -220,18 +199,9 @@ void MainWindow::buildHeightBox(QWidget* frame)
     plainLabel(frame, twipRect(2100, 3960, 1515, 255), QStringLiteral("Brightness:"));
     c.sldBrightness = slider(frame, twipRect(2040, 4200, 1695, 195), 255, 0, QStringLiteral("Brightness"));
     // The sliders have no handlers of their own: each frame reads their values.
-    connect(c.sldStereo, &QSlider::valueChanged, this, [this](int v) {
-        m_editor.display.stereo = std::int16_t(v);
-        m_editor.frameDirty = true;
-    });
-    connect(c.sldStereoZ, &QSlider::valueChanged, this, [this](int v) {
-        m_editor.display.stereoZ = std::int16_t(v);
-        m_editor.frameDirty = true;
-    });
-    connect(c.sldBrightness, &QSlider::valueChanged, this, [this](int v) {
-        m_editor.display.brightness = std::int16_t(v);
-        m_editor.frameDirty = true;
-    });
+    connect(c.sldStereo, &QSlider::valueChanged, this, [this](int v) { stereoSliderMoved(m_editor, StereoSlider::Separation, v); });
+    connect(c.sldStereoZ, &QSlider::valueChanged, this, [this](int v) { stereoSliderMoved(m_editor, StereoSlider::SeparationByHeight, v); });
+    connect(c.sldBrightness, &QSlider::valueChanged, this, [this](int v) { stereoSliderMoved(m_editor, StereoSlider::Brightness, v); });
 }
 
 void MainWindow::buildReadout(QWidget* frame)

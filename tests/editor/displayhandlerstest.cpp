@@ -1,4 +1,6 @@
 #include "editor/displayhandlers.h"
+#include "editor/edits.h"
+#include "editor/viewcommands.h"
 #include "view/displayoptions.h"
 
 #include "tests/support/fakes.h"
@@ -25,7 +27,7 @@ TEST(DisplayHandlers, CheckBoxesSetTheirMemberRedrawAndFocusTheMap)
 {
     const struct {
         const char* name;
-        std::function<void(Editor&)> click;
+        std::function<void(Editor&, bool)> click;
         bool DisplayOptions::*box;
         bool DisplayOptions::*member; // none when the box is read directly
         bool focuses;
@@ -42,8 +44,9 @@ TEST(DisplayHandlers, CheckBoxesSetTheirMemberRedrawAndFocusTheMap)
         DisplayOptions& options = w.editor.display;
         w.editor.doc.setLineSelected(addTestLine(w.editor, 0, 0, 0, 10, 10, 0, kBlack), true);
         for (int click = 1; click <= 2; ++click) {
-            options.*c.box = !(options.*c.box);
-            c.click(w.editor);
+            const bool checked = !(options.*c.box);
+            c.click(w.editor, checked);
+            EXPECT_EQ(options.*c.box, checked) << c.name;
             EXPECT_TRUE(!c.member || options.*c.member == options.*c.box) << c.name;
             EXPECT_EQ(w.surface.frames(), click) << c.name;
             EXPECT_EQ(w.focused, c.focuses ? click : 0) << c.name;
@@ -93,6 +96,40 @@ TEST(DisplayHandlers, TheRightButtonAsksForTheHeightRangeAndTakesItsLeadingNumbe
         EXPECT_TRUE(w.dialogs.prompts.empty());
         EXPECT_EQ(w.surface.frames(), 0);
     }
+}
+
+TEST(DisplayHandlers, SlidersKeepToTheirRangesAndAskForAFrame)
+{
+    HandlerWorld w;
+    const DisplayOptions& d = w.editor.display;
+    stereoSliderMoved(w.editor, StereoSlider::Separation, 140);
+    stereoSliderMoved(w.editor, StereoSlider::SeparationByHeight, 55);
+    stereoSliderMoved(w.editor, StereoSlider::Brightness, 300);
+    EXPECT_EQ((std::vector<int>{d.stereo, d.stereoZ, d.brightness}), (std::vector<int>{100, 55, 255}));
+    stereoSliderMoved(w.editor, StereoSlider::Brightness, -4);
+    EXPECT_EQ(d.brightness, 0);
+    EXPECT_TRUE(w.editor.frameDirty);
+    EXPECT_EQ(w.surface.frames(), 0) << "the next frame reads them";
+}
+
+TEST(DisplayHandlers, TheEditMenusKeysUndoAndRedoBeforeTheMapSeesThem)
+{
+    HandlerWorld w;
+    Editor& e = w.editor;
+    addTestLine(e, 0, 0, 0, 10, 10, 0, kBlack);
+    e.doc.setLineSelected(0, true);
+    mapKeyDown(e, Key::Delete, 0);
+    ASSERT_EQ(e.doc.lineCount(), 0u);
+    EXPECT_FALSE(editShortcutPressed(e, Key::Z, 0)) << "Z alone is the map's";
+    EXPECT_FALSE(editShortcutPressed(e, Key::Y, kCtrlMask | kShiftMask));
+    EXPECT_EQ(e.doc.lineCount(), 0u);
+    EXPECT_TRUE(editShortcutPressed(e, Key::Z, kCtrlMask));
+    EXPECT_EQ(e.doc.lineCount(), 1u);
+    EXPECT_TRUE(editShortcutPressed(e, Key::Y, kCtrlMask));
+    EXPECT_EQ(e.doc.lineCount(), 0u);
+    EXPECT_TRUE(editShortcutPressed(e, Key::Z, kCtrlMask));
+    EXPECT_TRUE(editShortcutPressed(e, Key::Z, kCtrlMask | kShiftMask));
+    EXPECT_EQ(e.doc.lineCount(), 0u);
 }
 
 } // namespace

@@ -50,8 +50,7 @@ TEST_F(LayerControlsTest, UncheckingTheActiveLayerHidesItButKeepsItActive)
     const int frames = world.surface.frames();
     focusCalls = 0;
 
-    editor.display.layerChecked[1] = false; // the user's click has changed the box
-    layerCheckClicked(editor, 1);
+    layerCheckClicked(editor, 1, false);
     EXPECT_EQ(world.surface.frames(), frames + 1);
     EXPECT_EQ(focusCalls, 1);
     EXPECT_EQ(editor.doc.activeLayer, 1);

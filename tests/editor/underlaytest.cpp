@@ -168,14 +168,12 @@ TEST(Underlay, TheButtonsAndStereoSwitchIt)
 
     UnderlayWorld w;
     w.editor.underlay.underlayOn = true;
-    w.editor.display.stereoChecked = true;
-    chkStereoClicked(w.editor);
+    chkStereoClicked(w.editor, true);
     EXPECT_FALSE(w.editor.underlay.underlayOn);
     EXPECT_EQ(w.surface.backColor(), kBlack);
     EXPECT_EQ(w.editor.palette.backgroundSwatch, kWhite) << "the swatch keeps its colour";
-    w.editor.display.stereoChecked = false;
     w.surface.setBackColor(kWhite);
-    chkStereoClicked(w.editor);
+    chkStereoClicked(w.editor, false);
     EXPECT_EQ(w.surface.backColor(), kWhite);
 }
 
