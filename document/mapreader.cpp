@@ -116,99 +116,150 @@ void reserveForRest(MapDocument& doc, const ReadResult& sofar, std::size_t consu
     doc.reserveMore(std::size_t(double(sofar.linesAdded) * scale), std::size_t(double(sofar.labelsAdded) * scale));
 }
 
+// One read of a file into a layer: the buffer, where its lines stand, and
+// what was read so far. Lines are taken from the buffer a piece at a time; a
+// line whose end is still to come is kept for the next piece.
+class RecordReader {
+public:
+    RecordReader(QIODevice& device, MapDocument& doc, std::int16_t layer, float scale)
+        : m_device(device), m_doc(doc), m_layer(layer), m_scale(scale), m_buffer(kChunk),
+          m_total(device.isSequential() ? -1 : device.size() - device.pos())
+    {
+        m_result.opened = true;
+    }
+
+    ReadResult run(const ReadProgress& progress)
+    {
+        while (!m_atEnd) {
+            const qint64 got = readPiece();
+            if (got < 0)
+                return m_result;
+            std::size_t start = startOfPiece();
+            if (!takeWholeLines(start) || !keepRest(start))
+                return m_result;
+            if (got > 0 && progress && !progress(m_done, m_total)) {
+                m_result.cancelled = true;
+                return m_result;
+            }
+        }
+        return m_result;
+    }
+
+private:
+    // Appends the next piece to what the buffer keeps; the bytes read, or -1
+    // when the device failed.
+    qint64 readPiece()
+    {
+        if (m_buffer.size() - m_filled < kChunk / 2)
+            m_buffer.resize(m_buffer.size() * 2); // a record line longer than the buffer
+        const qint64 got = m_device.read(m_buffer.data() + m_filled, qint64(m_buffer.size() - m_filled));
+        if (got < 0) {
+            m_result.stoppedAtLine = m_lineNumber + 1;
+            m_result.reason = "the rest could not be read: " + m_device.errorString().toStdString();
+            return got;
+        }
+        if (got == 0)
+            m_atEnd = true;
+        m_filled += std::size_t(got);
+        m_done += got;
+        m_ends.reset();
+        return got;
+    }
+
+    // Where the first line to take starts: after the LF of a CR LF split
+    // between pieces, and after the end of a line that is not a record.
+    std::size_t startOfPiece()
+    {
+        const char* const data = m_buffer.data();
+        std::size_t start = 0;
+        if (m_lfMayFollow) {
+            m_lfMayFollow = false;
+            if (m_filled > 0 && data[0] == '\n')
+                start = 1; // the second half of a CR LF
+        }
+        if (!m_skipping)
+            return start;
+        const std::size_t end = m_ends.next(data, start, m_filled);
+        if (end == m_filled)
+            return m_filled; // more of the same line: none of it is needed
+        m_skipping = false;
+        ++m_lineNumber;
+        return pastLineEnd(data, end, m_filled, m_lfMayFollow);
+    }
+
+    // Takes every line whose end the buffer holds (every line, at the end of
+    // the file); false when a record stopped the read.
+    bool takeWholeLines(std::size_t& start)
+    {
+        const char* const data = m_buffer.data();
+        while (start < m_filled) {
+            const std::size_t end = m_ends.next(data, std::max(start, m_searchFrom), m_filled);
+            if (end == m_filled && !m_atEnd)
+                break; // the rest of this line is still to be read
+            ++m_lineNumber;
+            if (!takeLine(std::string_view(data + start, end - start), m_doc, m_layer, m_scale, m_result)) {
+                m_result.stoppedAtLine = m_lineNumber;
+                noteNul(data, end, m_result);
+                return false;
+            }
+            start = end == m_filled ? m_filled : pastLineEnd(data, end, m_filled, m_lfMayFollow);
+        }
+        return true;
+    }
+
+    // Keeps the start of a line whose end is still to come for the next
+    // piece; false when it is a record line longer than a record may be.
+    bool keepRest(std::size_t start)
+    {
+        const char* const data = m_buffer.data();
+        const std::size_t rest = m_filled - start;
+        if (rest > 0 && !mayBeRecord(data + start, rest)) {
+            m_skipping = true; // a line that is not a record: only its end matters
+            start = m_filled;
+        } else if (rest > kMaxRecordLine) {
+            m_result.stoppedAtLine = m_lineNumber + 1;
+            m_result.reason = tooLongReason();
+            noteNul(data, start, m_result);
+            return false;
+        }
+        noteNul(data, start, m_result);
+        if (start > 0)
+            std::memmove(m_buffer.data(), m_buffer.data() + start, m_filled - start);
+        m_filled -= start;
+        m_searchFrom = m_filled; // the bytes kept hold no line end
+        m_consumed += start;
+        if (!m_reserved && m_consumed > 0) {
+            reserveForRest(m_doc, m_result, m_consumed, m_total);
+            m_reserved = true;
+        }
+        return true;
+    }
+
+    QIODevice& m_device;
+    MapDocument& m_doc;
+    std::int16_t m_layer; // 0 for the active layer, which the document then gives
+    const float m_scale;
+    ReadResult m_result;
+    std::vector<char> m_buffer;
+    std::size_t m_filled = 0; // bytes held, from the start of a line on
+    std::size_t m_lineNumber = 0;
+    bool m_atEnd = false;
+    bool m_skipping = false;    // inside a line that is not a record, its start already dropped
+    bool m_lfMayFollow = false; // the last line ended in a CR that ended the data read
+    LineEnds m_ends;
+    const qint64 m_total;
+    qint64 m_done = 0;
+    std::size_t m_consumed = 0;
+    bool m_reserved = false;
+    std::size_t m_searchFrom = 0;
+};
+
 } // namespace
 
 ReadResult readMapRecords(QIODevice& device, MapDocument& doc, std::int16_t layer, float scale,
                           const ReadProgress& progress)
 {
-    ReadResult result;
-    result.opened = true;
-    std::vector<char> buffer(kChunk);
-    std::size_t filled = 0; // bytes held, from the start of a line on
-    std::size_t lineNumber = 0;
-    bool atEnd = false;
-    bool skipping = false;    // inside a line that is not a record, its start already dropped
-    bool lfMayFollow = false; // the last line ended in a CR that ended the data read
-    LineEnds ends;
-    const qint64 total = device.isSequential() ? -1 : device.size() - device.pos();
-    qint64 done = 0;
-    std::size_t consumed = 0;
-    bool reserved = false;
-    // The bytes kept from the last piece hold no line end: the search goes on after them.
-    std::size_t searchFrom = 0;
-
-    while (!atEnd) {
-        if (buffer.size() - filled < kChunk / 2)
-            buffer.resize(buffer.size() * 2); // a record line longer than the buffer
-        const qint64 got = device.read(buffer.data() + filled, qint64(buffer.size() - filled));
-        if (got < 0) {
-            result.stoppedAtLine = lineNumber + 1;
-            result.reason = "the rest could not be read: " + device.errorString().toStdString();
-            return result;
-        }
-        if (got == 0)
-            atEnd = true;
-        filled += std::size_t(got);
-        done += got;
-        ends.reset();
-
-        const char* const data = buffer.data();
-        std::size_t start = 0;
-        if (lfMayFollow) {
-            lfMayFollow = false;
-            if (filled > 0 && data[0] == '\n')
-                start = 1; // the second half of a CR LF
-        }
-        if (skipping) {
-            const std::size_t end = ends.next(data, start, filled);
-            if (end < filled) {
-                skipping = false;
-                ++lineNumber;
-                start = pastLineEnd(data, end, filled, lfMayFollow);
-            } else {
-                start = filled; // more of the same line: none of it is needed
-            }
-        }
-        while (start < filled) {
-            const std::size_t end = ends.next(data, std::max(start, searchFrom), filled);
-            if (end == filled && !atEnd)
-                break; // the rest of this line is still to be read
-            ++lineNumber;
-            if (!takeLine(std::string_view(data + start, end - start), doc, layer, scale, result)) {
-                result.stoppedAtLine = lineNumber;
-                noteNul(data, end, result);
-                return result;
-            }
-            start = end == filled ? filled : pastLineEnd(data, end, filled, lfMayFollow);
-        }
-
-        // What is left is the start of a line whose end is still to come.
-        const std::size_t rest = filled - start;
-        if (rest > 0 && !mayBeRecord(data + start, rest)) {
-            skipping = true; // a line that is not a record: only its end matters
-            start = filled;
-        } else if (rest > kMaxRecordLine) {
-            result.stoppedAtLine = lineNumber + 1;
-            result.reason = tooLongReason();
-            noteNul(data, start, result);
-            return result;
-        }
-        noteNul(data, start, result);
-        if (start > 0)
-            std::memmove(buffer.data(), buffer.data() + start, filled - start);
-        filled -= start;
-        searchFrom = filled;
-        consumed += start;
-        if (!reserved && consumed > 0) {
-            reserveForRest(doc, result, consumed, total);
-            reserved = true;
-        }
-        if (got > 0 && progress && !progress(done, total)) {
-            result.cancelled = true;
-            return result;
-        }
-    }
-    return result;
+    return RecordReader(device, doc, layer, scale).run(progress);
 }
 
 ReadResult readMapFile(const QString& path, MapDocument& doc, std::int16_t layer, float scale,
