@@ -62,6 +62,21 @@ MainWindow::MainWindow()
     m_surface.setPixelRatio(devicePixelRatioF());
     m_surface.resize(m_editor.view.mapWidth, m_editor.view.mapHeight);
 
+    useLayoutFont();
+    buildWindow();
+
+    startUp(m_editor);
+    setWindowTitle(windowCaption());
+    resize(px(kClientWidth), px(kClientHeight) + menuBar()->sizeHint().height());
+    applyLayout();
+    syncControls();
+    finishStartUp(m_editor);
+
+    startClocks();
+}
+
+void MainWindow::useLayoutFont()
+{
     // The controls were laid out for a narrow 8-point face: a sans-serif of
     // Arial's widths keeps every caption whole; else the platform's own.
     QFont font = this->font();
@@ -69,7 +84,11 @@ MainWindow::MainWindow()
                       font.family()});
     font.setPointSizeF(8.25);
     setFont(font);
+}
 
+// The map, its handlers' wiring, the panels, the menus and the frames.
+void MainWindow::buildWindow()
+{
     auto* client = new QWidget(this);
     setCentralWidget(client);
     m_controls.map = new MapArea(m_editor, m_surface.image(), client);
@@ -103,14 +122,11 @@ MainWindow::MainWindow()
             "QCheckBox { spacing: 3px; }"));
     }
     m_controls.panels->raise();
+}
 
-    startUp(m_editor);
-    setWindowTitle(windowCaption());
-    resize(px(kClientWidth), px(kClientHeight) + menuBar()->sizeHint().height());
-    applyLayout();
-    syncControls();
-    finishStartUp(m_editor);
-
+// The render loop's clock, the shutdown's and the recovery copies'.
+void MainWindow::startClocks()
+{
     // The render loop: one frame per tick of a clock paced like the display;
     // events run between ticks, so every handler runs between two frames.
     m_frameClock.setTimerType(Qt::PreciseTimer);

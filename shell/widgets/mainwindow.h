@@ -114,6 +114,9 @@ private:
     // Makes the window no larger than the room its screen has for windows,
     // and moves it onto the screen.
     void fitOnScreen();
+    void useLayoutFont();
+    void buildWindow();
+    void startClocks();
     void buildMenus();
     void buildEditMenu();
     void buildToolFrame();
