@@ -213,7 +213,9 @@ start_wine() {
   # One Wine server for every run from here on, rather than one started for
   # each, and its own programs (services, the desktop) started now: they keep
   # the output of the program that starts them open, and a test runner
-  # reading it would wait for them.
+  # reading it would wait for them. A server that making the prefix left
+  # running must end first: a second one refuses to start beside it.
+  limit 120 wineserver -w
   wineserver -p
   limit 120 wine wineboot < /dev/null > "$out/wineboot.log" 2>&1 || fail "Wine did not start"
 }
