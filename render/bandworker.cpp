@@ -2,7 +2,7 @@
 
 namespace plotwell {
 
-BandWorker::BandWorker() : m_thread([this] { run(); }) {}
+BandWorker::BandWorker() : m_thread(QThread::create([this] { run(); })) { m_thread->start(); }
 
 BandWorker::~BandWorker()
 {
@@ -11,7 +11,7 @@ BandWorker::~BandWorker()
         m_stop = true;
     }
     m_wake.notify_all();
-    m_thread.join();
+    m_thread->wait();
 }
 
 void BandWorker::start(float widthTwips, float heightTwips, double ratio, std::function<void(ImageSurface&)> job)
