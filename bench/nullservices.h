@@ -22,6 +22,7 @@ class NullDialogs : public Dialogs {
 public:
     void message(const QString&, const QString&) override {}
     QString prompt(const QString&, const QString&, const QString&) override { return {}; }
+    bool labelProperties(LabelDialogFields&) override { return false; }
 };
 
 class NullEventPump : public EventPump {

@@ -1,5 +1,7 @@
 #include "render/overlays.h"
 
+#include "render/editoverlay.h"
+
 namespace plotwell {
 
 void drawSelectionOverlay(DrawingSurface& surface, const FrameSource& source)
@@ -27,6 +29,7 @@ void drawOverlays(DrawingSurface& surface, const FrameSource& source)
     // It moves while the map stands still; it leaves the pen as it was.
     if (source.player)
         drawPlayerMarker(surface, source.view, *source.player);
+    drawEditMarks(surface, source);
 }
 
 } // namespace plotwell

@@ -57,6 +57,17 @@ public:
     explicit SoakDialogs(Answers& answers) : m_answers(answers) {}
     void message(const QString&, const QString&) override { ++messages; }
     QString prompt(const QString&, const QString&, const QString&) override { return m_answers.next(); }
+    // Three answers: "ok" or a cancel, then the text, the size's place in the
+    // list as typed and the height, each as it comes (hostile or not).
+    bool labelProperties(LabelDialogFields& fields) override
+    {
+        if (m_answers.next() != QStringLiteral("ok"))
+            return false;
+        fields.text = m_answers.next();
+        fields.sizeChoice = m_answers.next().toInt();
+        fields.z = m_answers.next();
+        return true;
+    }
     int messages = 0;
 
 private:

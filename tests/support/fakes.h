@@ -63,6 +63,18 @@ public:
         answers.pop_front();
         return next;
     }
+    // Label Properties: each showing takes the next answer; none left is a cancel.
+    std::vector<LabelDialogFields> labelShown;
+    std::deque<LabelDialogFields> labelAnswers;
+    bool labelProperties(LabelDialogFields& fields) override
+    {
+        labelShown.push_back(fields);
+        if (labelAnswers.empty())
+            return false;
+        fields = labelAnswers.front();
+        labelAnswers.pop_front();
+        return true;
+    }
 };
 
 // Counts the times events may run, and runs what the test gives as events.
