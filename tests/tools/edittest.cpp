@@ -83,6 +83,14 @@ TEST(MoveTool, DragMovesTheSelectionAsOneStep)
     EXPECT_EQ(e.tools.state.marks.dx, 3);
     EXPECT_EQ(e.tools.state.marks.dy, -4);
     EXPECT_EQ(e.doc.lines()[0].p1.x, 0) << "nothing changes until the release";
+    w.surface.calls.clear();
+    e.display.layerChecked[1] = true;
+    e.drawLines();
+    const auto lines = w.surface.only(Op::Line);
+    ASSERT_FALSE(lines.empty());
+    const auto& dragged = lines.back(); // over everything: the line where the drag puts it
+    EXPECT_EQ(std::vector<float>({dragged.a, dragged.b, dragged.c, dragged.d}),
+              std::vector<float>({w.at(3, -4).x, w.at(3, -4).y, w.at(13, -4).x, w.at(13, -4).y}));
     w.release();
     EXPECT_FALSE(e.tools.state.marks.dragging);
 
