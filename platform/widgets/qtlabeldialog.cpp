@@ -13,6 +13,8 @@ bool QtDialogs::labelProperties(LabelDialogFields& fields)
     QDialog dialog(m_parent);
     dialog.setWindowTitle(QStringLiteral("Label Properties"));
     auto* text = new QLineEdit(fields.text, &dialog);
+    // Room for a long label's text.
+    text->setMinimumWidth(280);
     auto* size = new QComboBox(&dialog);
     size->addItems(fields.sizeNames);
     size->setCurrentIndex(fields.sizeChoice);
