@@ -15,6 +15,7 @@ int runIdleBench(const QStringList& args);
 int runExportBench(const QStringList& args);
 int runHistoryBench(const QStringList& args);
 int runFollowBench(const QStringList& args);
+int runSnapBench(const QStringList& args);
 
 // The value of "--name N" in args, or fallback.
 long long argValue(const QStringList& args, const QString& name, long long fallback);

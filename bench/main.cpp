@@ -96,6 +96,8 @@ int main(int argc, char** argv)
         return runHistoryBench(args);
     if (which == QLatin1String("follow"))
         return runFollowBench(args);
+    if (which == QLatin1String("snap"))
+        return runSnapBench(args);
     std::fprintf(stderr,
                  "usage: plotwell-bench load  --lines N --labels M\n"
                  "       plotwell-bench frame --lines N --labels M --size WxH [--view fit|zoom4] [--turns T] [--ratio R]\n"
@@ -105,6 +107,7 @@ int main(int argc, char** argv)
                  "       plotwell-bench idle --lines N --labels M --seconds S [--select K] [--ratio R]\n"
                  "       plotwell-bench export --lines N --labels M [--side PIXELS]\n"
                  "       plotwell-bench history --lines N\n"
-                 "       plotwell-bench follow --lines N --labels M [--count C]\n");
+                 "       plotwell-bench follow --lines N --labels M [--count C]\n"
+                 "       plotwell-bench snap --lines N [--points P]\n");
     return 2;
 }

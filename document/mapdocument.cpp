@@ -238,6 +238,34 @@ void MapDocument::setLabelColor(std::size_t index, ColorRGB colour)
     ++m_revision;
 }
 
+void MapDocument::setLineEnds(std::size_t index, const MapPoint& p1, const MapPoint& p2, float scale)
+{
+    MapLine& line = m_lines[index];
+    line.p1 = p1;
+    line.p2 = p2;
+    scalePoint(line.p1, scale);
+    scalePoint(line.p2, scale);
+    ++m_placements;
+    ++m_revision;
+}
+
+void MapDocument::setLabelPos(std::size_t index, const MapPoint& pos, float scale)
+{
+    MapLabel& label = m_labels[index];
+    label.pos = pos;
+    scalePoint(label.pos, scale);
+    ++m_placements;
+    ++m_revision;
+}
+
+void MapDocument::setLabelText(std::size_t index, std::string text, std::int16_t size)
+{
+    MapLabel& label = m_labels[index];
+    label.text = std::move(text);
+    label.size = size;
+    ++m_revision;
+}
+
 void MapDocument::reserveMore(std::size_t lines, std::size_t labels)
 {
     // Only a hint, judged from a file's size: a huge file of other text may

@@ -77,6 +77,13 @@ public:
     // One record's colour, by index into lines() or labels().
     void setLineColor(std::size_t index, ColorRGB colour);
     void setLabelColor(std::size_t index, ColorRGB colour);
+    // Puts a line's ends or a label's anchor at other world points, with
+    // their sx, sy for scale; the record keeps its index, layer, colour and
+    // selection.
+    void setLineEnds(std::size_t index, const MapPoint& p1, const MapPoint& p2, float scale);
+    void setLabelPos(std::size_t index, const MapPoint& pos, float scale);
+    // A label's text, as stored, and its size code.
+    void setLabelText(std::size_t index, std::string text, std::int16_t size);
 
     // Counts the edits that removed records or put records back between
     // others. What is kept about records by index elsewhere stays valid
@@ -86,6 +93,10 @@ public:
     // putting back, recolouring and rescaling, but not selecting. What is
     // drawn or worked out from the records stays valid while it is unchanged.
     std::uint64_t revision() const { return m_revision; }
+    // Counts the edits that put records' points elsewhere. What is worked
+    // out from where the records lie stays valid while this and removals()
+    // are unchanged.
+    std::uint64_t placements() const { return m_placements; }
 
     // Room for this many more records, so that a large load grows once.
     void reserveMore(std::size_t lines, std::size_t labels);
@@ -109,6 +120,7 @@ private:
     std::vector<MapLabel> m_labels;
     std::uint64_t m_removals = 0;
     std::uint64_t m_revision = 0;
+    std::uint64_t m_placements = 0;
     std::size_t m_selected = 0; // selected lines and labels
     FillAdvice m_fillAdvice = nullptr;
 };

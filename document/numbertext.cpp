@@ -225,4 +225,13 @@ double leadingNumber(std::string_view text, bool ignoreBlanksAnywhere)
     return negative ? -v : v;
 }
 
+float singleAsWritten(float value)
+{
+    if (!std::isfinite(value))
+        return value;
+    char buffer[kMaxSingleText];
+    const char* end = writeSingle(buffer, value);
+    return textToSingle(std::string_view(buffer, std::size_t(end - buffer))).value_or(value);
+}
+
 } // namespace plotwell

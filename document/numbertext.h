@@ -42,6 +42,9 @@ constexpr int kMaxSingleText = 16;
 // Writes the form at out (room for kMaxSingleText chars); returns the end.
 char* writeSingle(char* out, float value);
 std::string singleToText(float value);
+// The single that the writer's form of value reads back as, so that what a
+// record holds is what its file will hold; value itself when not finite.
+float singleAsWritten(float value);
 
 // The same number with the locale's decimal separator instead of ".".
 std::string withDecimalSeparator(std::string text, char separator);

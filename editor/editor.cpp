@@ -24,7 +24,7 @@ void Editor::drawLines(bool noSelected)
         drawFrame(surface, source, noSelected);
 }
 
-FrameSource Editor::frameSource() const { return {doc, view, display, underlay, &follower.marker}; }
+FrameSource Editor::frameSource() const { return {doc, view, display, underlay, &follower.marker, &tools.state.marks}; }
 
 ToolContext Editor::toolContext()
 {

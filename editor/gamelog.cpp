@@ -5,17 +5,21 @@
 #include "editor/maploading.h"
 #include "platform/filetail.h"
 #include "platform/filewatch.h"
+#include "platform/imagesurface.h"
 #include "editor/gameloc.h"
 #include "tools/recordtext.h"
 #include "view/viewcontrol.h"
 
 #include <QDir>
 
+#include <cmath>
+
 namespace plotwell {
 namespace {
 
 const QString kSettings = QStringLiteral("settings");
 const QString kLogFolderKey = QStringLiteral("previousLogFolder");
+const QString kKeepInViewKey = QStringLiteral("keepPlayerInView");
 // A log that grew by megabytes while the program was busy is read a few
 // reads a call, so that the window keeps answering; the timer reads on.
 constexpr int kReadsPerPoll = 4;
@@ -108,6 +112,43 @@ void stopFollowing(Editor& editor)
 
 void toggleRecordPath(Editor& editor) { editor.follower.recordPath = !editor.follower.recordPath; }
 
+void toggleKeepPlayerInView(Editor& editor)
+{
+    GameLogFollower& follower = editor.follower;
+    follower.keepInView = !follower.keepInView;
+    editor.services.settings.save(kSettings, kKeepInViewKey, follower.keepInView ? QStringLiteral("1") : QStringLiteral("0"));
+    if (keepPlayerInView(editor))
+        releaseHeldFrame(editor);
+}
+
+void loadFollowSettings(Editor& editor)
+{
+    editor.follower.keepInView = editor.services.settings.get(kSettings, kKeepInViewKey, QStringLiteral("1")) != QStringLiteral("0");
+}
+
+bool keepPlayerInView(Editor& editor)
+{
+    const PlayerMarker& marker = editor.follower.marker;
+    if (!editor.follower.keepInView || !marker.shown || !editor.follower.following())
+        return false;
+    View& view = editor.view;
+    const SurfacePoint at = playerMarkerCentre(view, marker);
+    const float marginX = view.mapWidth / 10;
+    const float marginY = view.mapHeight / 10;
+    // NaN compares false: a marker at no place is kept nowhere.
+    const bool inside = at.x >= marginX && at.x <= view.mapWidth - marginX && at.y >= marginY
+        && at.y <= view.mapHeight - marginY;
+    if (inside || !std::isfinite(at.x) || !std::isfinite(at.y))
+        return false;
+    // Whole device pixels, so that the kept picture of the map scrolls
+    // rather than being drawn again.
+    const auto* image = dynamic_cast<const ImageSurface*>(&editor.services.surface);
+    const double step = 15.0 / (image ? image->pixelRatio() : 1.0);
+    const double dx = std::round((double(view.mapWidth) / 2 - at.x) / step) * step;
+    const double dy = std::round((double(view.mapHeight) / 2 - at.y) / step) * step;
+    return adjustOffset(view, float(dx), float(dy));
+}
+
 bool pollGameLog(Editor& editor)
 {
     GameLogFollower& follower = editor.follower;
@@ -133,6 +174,7 @@ bool pollGameLog(Editor& editor)
     }
     if (!moved)
         return false;
+    keepPlayerInView(editor);
     // The marker is shown at once, over whatever a tool held on the map.
     releaseHeldFrame(editor);
     editor.drawLines();

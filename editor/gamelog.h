@@ -30,6 +30,9 @@ struct GameLogFollower {
     // Where the player stood at the last location read; shown while following.
     PlayerMarker marker;
     bool recordPath = false;
+    // Tools > Keep Player in View: the view pans to keep the marker away
+    // from the map's edges.
+    bool keepInView = true;
     // The next location starts a new path: the player may be anywhere after
     // the log was emptied or made anew, or after entering another zone.
     bool pathBroken = true;
@@ -49,6 +52,15 @@ void followGameLog(Editor& editor, const QString& path);
 void stopFollowing(Editor& editor);
 // Tools > Record Path.
 void toggleRecordPath(Editor& editor);
+// Tools > Keep Player in View, remembered in the settings.
+void toggleKeepPlayerInView(Editor& editor);
+// Reads the remembered Keep Player in View; on at first.
+void loadFollowSettings(Editor& editor);
+
+// When the marker lies within a tenth of the map's width or height of an
+// edge, or outside, pans the view by whole pixels to put it back in the
+// middle; the zoom stays. True when the view moved.
+bool keepPlayerInView(Editor& editor);
 
 // Reads what the game appended since the last read and acts on each location
 // in it; a frame held by a tool is let go and the map is drawn when the

@@ -1,6 +1,7 @@
 #include "editor/mapevents.h"
 
 #include "editor/editor.h"
+#include "view/zoom.h"
 
 namespace plotwell {
 
@@ -20,6 +21,14 @@ void mapMouseUp(Editor& editor)
 {
     const ToolContext context = editor.toolContext();
     editor.tools.release(context);
+}
+
+void mapDoubleClick(Editor& editor, int button, SurfacePoint p)
+{
+    if (button != kLeftButton)
+        return;
+    const ToolContext context = editor.toolContext();
+    editor.tools.doubleClick(context, p);
 }
 
 void toolIconClicked(Editor& editor, ToolId tool)

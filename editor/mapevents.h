@@ -14,6 +14,9 @@ class Editor;
 void mapMouseDown(Editor& editor, int button, SurfacePoint p);
 void mapMouseMove(Editor& editor, int buttons, SurfacePoint p);
 void mapMouseUp(Editor& editor);
+// The second release of a double click with the button; the presses and
+// releases before it were handed over as usual.
+void mapDoubleClick(Editor& editor, int button, SurfacePoint p);
 // An icon of the tool palette clicked.
 void toolIconClicked(Editor& editor, ToolId tool);
 // Enter and Escape in the Label tool's caption box.

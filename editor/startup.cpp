@@ -1,6 +1,8 @@
 #include "editor/startup.h"
 
 #include "editor/editor.h"
+#include "editor/editmenu.h"
+#include "editor/gamelog.h"
 #include "view/viewcontrol.h"
 #include "view/zoom.h"
 
@@ -38,6 +40,8 @@ void startUp(Editor& editor)
     reapplyZoomScale(editor.view, editor.doc);
     resetView(editor.view, editor.doc);
     loadColorPresets(editor.palette, editor.services.settings);
+    loadEditSettings(editor);
+    loadFollowSettings(editor);
 }
 
 void finishStartUp(Editor& editor)

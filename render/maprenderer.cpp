@@ -1,6 +1,7 @@
 #include "render/maprenderer.h"
 
 #include "render/colorrules.h"
+#include "render/editoverlay.h"
 #include "render/labelfont.h"
 #include "render/stereo.h"
 #include "render/underlay.h"
@@ -181,6 +182,7 @@ void drawFrame(DrawingSurface& surface, const FrameSource& source, bool noSelect
     drawMap(surface, source, part);
     if (source.player)
         drawPlayerMarker(surface, source.view, *source.player);
+    drawEditMarks(surface, source);
     surface.refresh();
 }
 

@@ -6,6 +6,7 @@
 #include "view/displayoptions.h"
 #include "render/playermarker.h"
 #include "render/underlaystate.h"
+#include "view/editmarks.h"
 #include "view/view.h"
 
 #include <QRect>
@@ -24,6 +25,8 @@ struct FrameSource {
     const UnderlayState& underlay;
     // Drawn over the map while the game's log is followed.
     const PlayerMarker* player = nullptr;
+    // Drawn over everything while a tool drags the selection or snaps.
+    const EditMarks* marks = nullptr;
 };
 
 // Paints one whole frame of the map: clear, underlay, every visible line,

@@ -1,5 +1,7 @@
 #include "render/overlays.h"
 
+#include "render/editoverlay.h"
+
 namespace plotwell {
 
 void drawSelectionOverlay(DrawingSurface& surface, const FrameSource& source)
@@ -23,10 +25,14 @@ void drawSelectionOverlay(DrawingSurface& surface, const FrameSource& source)
 
 void drawOverlays(DrawingSurface& surface, const FrameSource& source)
 {
-    drawSelectionOverlay(surface, source);
+    // While the selection is dragged it is shown where it will go; where it
+    // stands now it shows in its own colours, as the picture has it.
+    if (!source.marks || !source.marks->dragging)
+        drawSelectionOverlay(surface, source);
     // It moves while the map stands still; it leaves the pen as it was.
     if (source.player)
         drawPlayerMarker(surface, source.view, *source.player);
+    drawEditMarks(surface, source);
 }
 
 } // namespace plotwell

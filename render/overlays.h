@@ -15,7 +15,7 @@ namespace plotwell {
 void drawSelectionOverlay(DrawingSurface& surface, const FrameSource& source);
 
 // Every overlay, in the order they lie on top of each other: the selection,
-// then the player's marker.
+// then the player's marker, then the edit marks.
 void drawOverlays(DrawingSurface& surface, const FrameSource& source);
 
 } // namespace plotwell

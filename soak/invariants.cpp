@@ -103,6 +103,15 @@ std::optional<std::string> brokenInvariant(const Editor& editor)
         return "player's marker: at " + singleToText(marker.at.x) + "," + singleToText(marker.at.y) + ","
             + singleToText(marker.at.z);
 
+    // The selection is shown dragged only while the Move tool drags it.
+    const EditMarks& marks = editor.tools.state.marks;
+    if (marks.dragging && !editor.tools.mover().dragging())
+        return "move: the selection is shown dragged with no drag under way";
+    if (marks.dragging && !(std::isfinite(marks.dx) && std::isfinite(marks.dy)))
+        return "move: dragged by " + singleToText(marks.dx) + "," + singleToText(marks.dy);
+    if (marks.ringShown && !(std::isfinite(marks.ring.x) && std::isfinite(marks.ring.y)))
+        return "snap: the ring is at " + singleToText(marks.ring.x) + "," + singleToText(marks.ring.y);
+
     const MapDocument& doc = editor.doc;
     if (doc.activeLayer < 0 || doc.activeLayer >= kLayerCount)
         return "document: active layer " + std::to_string(doc.activeLayer);

@@ -13,6 +13,7 @@
 #include "editor/underlaycommands.h"
 #include "editor/viewcommands.h"
 #include "editor/windowlayout.h"
+#include "soak/editsteps.h"
 #include "soak/files.h"
 #include "soak/generator.h"
 #include "soak/logsteps.h"
@@ -520,6 +521,11 @@ const std::vector<StepKind> kKinds = {
     {"record_path", 16, true, makeRecordPath, runRecordPath},
     {"stop_following", 4, true, makeStopFollowing, runStopFollowing},
     {"log_line", 100, true, makeLogLine, runLogLine},
+    {"double_click", 24, false, makeDoubleClick, runDoubleClick},
+    {"move_selection", 24, false, makeMoveSelection, runMoveSelection},
+    {"label_properties", 24, false, makeLabelProperties, runLabelProperties},
+    {"snap", 16, true, makeSnap, runSnap},
+    {"keep_in_view", 8, true, makeKeepInView, runKeepInView},
 };
 
 void runStart(World& w, const Step& s)

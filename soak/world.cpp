@@ -14,6 +14,16 @@ World::World(const QString& folder, Machine& machine)
     fileDialog.from = &answers;
     fileDialog.choose = [this](const QString& recipe) { return makeFile(this->folder, recipe); };
     dialogs.from = &answers;
+    // Label Properties takes "ok" or a cancel, then the text, the size's
+    // place in the list as typed and the height, each as it comes (hostile or not).
+    dialogs.answerLabel = [this](LabelDialogFields& fields) {
+        if (test::nextAnswer(answers) != QStringLiteral("ok"))
+            return false;
+        fields.text = test::nextAnswer(answers);
+        fields.sizeChoice = test::nextAnswer(answers).toInt();
+        fields.z = test::nextAnswer(answers);
+        return true;
+    };
     launcher.folder = folder;
     launcher.viewerFound = false;
     pictureDialog.accept = false;

@@ -91,6 +91,22 @@ public:
         prompts.push_back({message, title, defaultText});
         return nextAnswer(*from);
     }
+    // Label Properties: each showing takes the next answer (none left is a
+    // cancel), or asks `answerLabel` when that is set.
+    std::vector<LabelDialogFields> labelShown;
+    std::deque<LabelDialogFields> labelAnswers;
+    std::function<bool(LabelDialogFields&)> answerLabel;
+    bool labelProperties(LabelDialogFields& fields) override
+    {
+        labelShown.push_back(fields);
+        if (answerLabel)
+            return answerLabel(fields);
+        if (labelAnswers.empty())
+            return false;
+        fields = labelAnswers.front();
+        labelAnswers.pop_front();
+        return true;
+    }
 };
 
 // Counts the times events may run; runs `during` each time, and `once` the

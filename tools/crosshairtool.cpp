@@ -2,6 +2,8 @@
 
 #include "document/ansitext.h"
 #include "document/numbertext.h"
+#include "tools/movetool.h"
+#include "tools/snapping.h"
 #include "view/viewcontrol.h"
 
 #include <cmath>
@@ -11,6 +13,12 @@ namespace plotwell {
 
 void CrosshairTool::press(const ToolContext& context, SurfacePoint p)
 {
+    // A snapped mark stands on the line end itself, and reads its location.
+    const TakenPoint taken = takePoint(context, p);
+    if (taken.snapped) {
+        p = surfacePointOf(context.view, taken.world);
+        showWorldLocation(context.view, taken.world);
+    }
     // A fresh frame without any earlier mark or band.
     context.state.holdDrawing = false;
     context.drawFrame();
@@ -29,7 +37,8 @@ void CrosshairTool::press(const ToolContext& context, SurfacePoint p)
 
     // The render loop leaves the printed text and the map as they are.
     context.state.holdDrawing = true;
-    m_mark = toWorld(context.view, p);
+    m_mark = taken.world;
+    m_mark.z = 0;
 }
 
 void CrosshairTool::rightPress(const ToolContext& context)

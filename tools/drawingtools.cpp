@@ -1,7 +1,9 @@
 #include "tools/drawingtools.h"
 
 #include "document/ansitext.h"
+#include "tools/movetool.h"
 #include "tools/recordtext.h"
+#include "tools/snapping.h"
 #include "view/viewkeys.h"
 #include "view/zoom.h"
 
@@ -17,20 +19,57 @@ void appendLine(const ToolContext& context, const MapPoint& a, const MapPoint& b
                        context.view.currentScale);
 }
 
+// With each end at its own height: a snapped end keeps the height of the end
+// it was snapped to.
+void appendLineBetween(const ToolContext& context, const MapPoint& a, const MapPoint& b)
+{
+    std::int16_t layer = 0;
+    context.doc.addLine(lineRecordText(a, b, context.activeColor), layer, context.view.currentScale);
+}
+
+// The point a click of a drawing tool lays down at p when snapping is on.
+MapPoint snappedPoint(const ToolContext& context, SurfacePoint p)
+{
+    TakenPoint taken = takePoint(context, p);
+    if (!taken.snapped)
+        taken.world.z = context.view.currentZ;
+    return taken.world;
+}
+
 } // namespace
 
 void LineTool::press(const ToolContext& context, SurfacePoint p)
 {
+    std::optional<MapPoint> end;
+    if (context.state.snapToEnds) {
+        const TakenPoint taken = takePoint(context, p);
+        if (taken.snapped) {
+            end = taken.world;
+            p = surfacePointOf(context.view, taken.world);
+        }
+    }
     m_inProgress = !m_inProgress;
     if (m_inProgress) {
         m_start = p; // the first click only starts the chain
+        m_startEnd = end;
         return;
     }
     const AppendMark mark = appendMark(context.doc);
-    appendLine(context, toWorld(context.view, m_start), toWorld(context.view, p));
+    if (context.state.snapToEnds) {
+        MapPoint a = m_startEnd ? *m_startEnd : toWorld(context.view, m_start);
+        MapPoint b = end ? *end : toWorld(context.view, p);
+        if (!m_startEnd)
+            a.z = context.view.currentZ;
+        if (!end)
+            b.z = context.view.currentZ;
+        appendLineBetween(context, a, b);
+    } else {
+        appendLine(context, toWorld(context.view, m_start), toWorld(context.view, p));
+    }
     context.history.recordAppended(mark, QStringLiteral("Line"));
     context.drawFrame();
     m_start = p;
+    m_startEnd = end;
     m_inProgress = true;
 }
 
@@ -43,6 +82,8 @@ void LineTool::move(const ToolContext& context, int buttons, SurfacePoint p)
     DrawingSurface& surface = context.surface;
     surface.clear();
     context.drawFrame();
+    if (context.state.marks.ringShown)
+        p = surfacePointOf(context.view, context.state.marks.ring);
     surface.line(m_start.x, m_start.y, p.x, p.y);
     surface.refresh();
     context.state.holdDrawing = true;
@@ -58,14 +99,18 @@ void FreehandTool::move(const ToolContext& context, int buttons, SurfacePoint p)
 {
     if (buttons != kLeftButton)
         return;
-    const MapPoint here = toWorld(context.view, p);
+    const bool snapping = context.state.snapToEnds;
+    const MapPoint here = snapping ? snappedPoint(context, p) : toWorld(context.view, p);
     // A point with x or y exactly 0 counts as no point: no line starts there.
     if (m_last.x != 0 && m_last.y != 0) {
         if (pointDistance(m_last, here) < kMinStep)
             return;
         // The lines of one stroke, from press to release, are one step.
         const AppendMark mark = appendMark(context.doc);
-        appendLine(context, m_last, here);
+        if (snapping)
+            appendLineBetween(context, m_last, here);
+        else
+            appendLine(context, m_last, here);
         context.history.recordAppended(mark, QStringLiteral("Freehand"), EditHistory::Gesture::Continues);
     }
     m_last = here;

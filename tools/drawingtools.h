@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace plotwell {
 
 // Line: each click adds a line from the previous click; the chain stays open
@@ -20,6 +22,8 @@ public:
 private:
     bool m_inProgress = false;
     SurfacePoint m_start; // where the next line of the chain begins
+    // The line end it was snapped to, when it was: taken exactly as it is.
+    std::optional<MapPoint> m_startEnd;
 };
 
 // Freehand: while the left button is held, the pointer's path becomes lines

@@ -49,7 +49,7 @@ Box usualExtent(const std::vector<MapLine>& lines)
 void LineIndex::update(const MapDocument& doc)
 {
     const std::size_t count = doc.lineCount();
-    const bool removed = doc.removals() != m_removals;
+    const bool removed = doc.removals() != m_removals || doc.placements() != m_placements;
     const std::size_t appended = count > m_indexed ? count - m_indexed : 0;
     // Lines drawn since the grid was built are few and are looked at one by
     // one; a whole file loaded since then is worth a new grid.
@@ -74,6 +74,7 @@ void LineIndex::build(const MapDocument& doc)
 {
     const auto& lines = doc.lines();
     m_removals = doc.removals();
+    m_placements = doc.placements();
     m_indexed = lines.size();
     m_cellStart.clear();
     m_entries.clear();

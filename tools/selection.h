@@ -51,6 +51,8 @@ public:
     void selectInBox(MapDocument& doc, const View& view, const DisplayOptions& display) const;
     // Shows the rectangle spanned by a and b.
     void showSelectBox(SurfacePoint a, SurfacePoint b);
+    // The grid of lines the hit test uses, for other searches near a point.
+    LineIndex& lineIndex() { return m_index; }
 
 private:
     LineIndex m_index;

@@ -7,11 +7,11 @@
 
 namespace plotwell {
 
-// The seven tools, by their icon's index in the palette.
-enum class ToolId : std::int16_t { Pointer = 0, Pan, Select, Line, Freehand, Label, Crosshair };
-constexpr int kToolCount = 7;
-constexpr ToolId kAllTools[kToolCount] = {ToolId::Pointer, ToolId::Pan,   ToolId::Select,   ToolId::Line,
-                                          ToolId::Freehand, ToolId::Label, ToolId::Crosshair};
+// The eight tools, by their icon's index in the palette.
+enum class ToolId : std::int16_t { Pointer = 0, Pan, Select, Line, Freehand, Label, Crosshair, Move };
+constexpr int kToolCount = 8;
+constexpr ToolId kAllTools[kToolCount] = {ToolId::Pointer, ToolId::Pan,   ToolId::Select,    ToolId::Line,
+                                          ToolId::Freehand, ToolId::Label, ToolId::Crosshair, ToolId::Move};
 
 // One editing tool. The dispatcher applies the rules common to all tools
 // (the right button pans in every tool, the zoom anchor, holding the frame,
@@ -30,6 +30,8 @@ public:
     // A button was released on the map. Every tool hears it, chosen or not,
     // and ends what it has in progress.
     virtual void release(const ToolContext&) {}
+    // A left double click at p, after its two presses and releases.
+    virtual void doubleClick(const ToolContext&, SurfacePoint) {}
     // A key was pressed on the map. Every tool hears it, chosen or not.
     virtual void key(const ToolContext&, int /*keyCode*/, int /*shift*/) {}
 

@@ -8,6 +8,7 @@
 #include "platform/services.h"
 #include "tools/selection.h"
 #include "view/displayoptions.h"
+#include "view/editmarks.h"
 #include "view/view.h"
 #include "view/viewkeys.h"
 
@@ -25,6 +26,11 @@ struct ToolState {
     // the surface (the crosshair's text, the rubber band) stays.
     bool holdDrawing = false;
     MapCursor mapCursor = MapCursor::Arrow;
+    // Edit > Snap to Line Ends: the points the tools take snap to a line end
+    // near the pointer.
+    bool snapToEnds = false;
+    // What the tools show over the map while they work.
+    EditMarks marks;
 };
 
 // What a tool reaches of the editor: the document with its history, the

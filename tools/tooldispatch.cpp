@@ -21,9 +21,11 @@ Tool& ToolDispatcher::tool(ToolId id)
     case ToolId::Label:
         return m_label;
     case ToolId::Crosshair:
+        return m_crosshair;
+    case ToolId::Move:
         break;
     }
-    return m_crosshair;
+    return m_move;
 }
 
 void ToolDispatcher::choose(const ToolContext& context, ToolId id)
@@ -34,6 +36,7 @@ void ToolDispatcher::choose(const ToolContext& context, ToolId id)
     m_current = id;
     context.state.mapCursor = tool(id).cursor();
     context.state.holdDrawing = false;
+    context.state.marks.ringShown = false;
     context.drawFrame();
 }
 
@@ -69,7 +72,20 @@ void ToolDispatcher::move(const ToolContext& context, int buttons, SurfacePoint 
     } else {
         context.state.mapCursor = tool(m_current).cursor();
     }
+    // The tools that take points show the end they would snap to; the Move
+    // tool passes over the ends of the selection, which move with it.
+    const bool takesPoints = effective == ToolId::Line || effective == ToolId::Freehand
+        || effective == ToolId::Crosshair || effective == ToolId::Move;
+    if (takesPoints && context.state.snapToEnds)
+        showSnapRing(context, p, effective == ToolId::Move);
+    else
+        context.state.marks.ringShown = false;
     tool(effective).move(context, buttons, p);
+}
+
+void ToolDispatcher::doubleClick(const ToolContext& context, SurfacePoint p)
+{
+    tool(m_current).doubleClick(context, p);
 }
 
 void ToolDispatcher::release(const ToolContext& context)

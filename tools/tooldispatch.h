@@ -2,6 +2,7 @@
 
 #include "tools/crosshairtool.h"
 #include "tools/drawingtools.h"
+#include "tools/movetool.h"
 #include "tools/navigationtools.h"
 #include "tools/tool.h"
 
@@ -26,6 +27,8 @@ public:
     void press(const ToolContext& context, int button, SurfacePoint p);
     void move(const ToolContext& context, int buttons, SurfacePoint p);
     void release(const ToolContext& context);
+    // A left double click, after its presses and releases: the chosen tool's.
+    void doubleClick(const ToolContext& context, SurfacePoint p);
     // A key pressed on the map; every tool hears it.
     void key(const ToolContext& context, int keyCode, int shift);
 
@@ -37,6 +40,7 @@ public:
     const LineTool& line() const { return m_line; }
     const LabelTool& label() const { return m_label; }
     const CrosshairTool& crosshair() const { return m_crosshair; }
+    const MoveTool& mover() const { return m_move; }
 
 private:
     ToolId m_current = ToolId::Pointer;
@@ -47,6 +51,7 @@ private:
     FreehandTool m_freehand;
     LabelTool m_label;
     CrosshairTool m_crosshair;
+    MoveTool m_move;
 };
 
 } // namespace plotwell

@@ -71,9 +71,11 @@ void resetView(View& view, MapDocument& doc)
     view.offsetY = 0;
 }
 
-void showLocation(View& view, float x, float y)
+void showLocation(View& view, float x, float y) { showWorldLocation(view, toWorld(view, x, y)); }
+
+void showWorldLocation(View& view, const MapPoint& world)
 {
-    MapPoint p = toWorld(view, x, y);
+    MapPoint p = world;
     p.z = view.currentZ;
     view.readout.x = singleCaption(p.x);
     view.readout.y = singleCaption(p.y);

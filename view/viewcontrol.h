@@ -25,6 +25,8 @@ void rescaleAll(View& view, MapDocument& doc);
 // Scale 1 and offsets 0; the marker stays where it is.
 void resetView(View& view, MapDocument& doc);
 // Updates lblX, lblY, lblZ and lblLoc for a surface position.
+// The read-out for a world point, z from the current Z.
+void showWorldLocation(View& view, const MapPoint& world);
 void showLocation(View& view, float x, float y);
 
 // The scale rounded to 5 decimals, without trailing zeros, with the given separator.

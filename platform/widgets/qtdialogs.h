@@ -46,13 +46,15 @@ private:
     std::unique_ptr<QProgressDialog> m_dialog;
 };
 
-// QMessageBox with only OK, QInputDialog for a line of text.
+// QMessageBox with only OK, QInputDialog for a line of text, and a form for
+// the label's properties.
 class QtDialogs : public Dialogs {
 public:
     explicit QtDialogs(QWidget* parent) : m_parent(parent) {}
 
     void message(const QString& text, const QString& title) override;
     QString prompt(const QString& message, const QString& title, const QString& defaultText) override;
+    bool labelProperties(LabelDialogFields& fields) override;
 
 private:
     QPointer<QWidget> m_parent;

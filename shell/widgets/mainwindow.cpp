@@ -1,6 +1,7 @@
 #include "shell/widgets/mainwindow.h"
 
 #include "editor/displayhandlers.h"
+#include "editor/editmenu.h"
 #include "editor/layercommands.h"
 #include "editor/maploading.h"
 #include "editor/shutdown.h"
@@ -372,6 +373,12 @@ void MainWindow::syncControls()
     if (c.mnuRecordPath->isChecked() != follower.recordPath)
         c.mnuRecordPath->setChecked(follower.recordPath);
     c.mnuStopFollowing->setEnabled(follower.following());
+    if (c.mnuKeepPlayerInView->isChecked() != follower.keepInView)
+        c.mnuKeepPlayerInView->setChecked(follower.keepInView);
+    if (c.mnuSnapToEnds->isChecked() != m_editor.tools.state.snapToEnds)
+        c.mnuSnapToEnds->setChecked(m_editor.tools.state.snapToEnds);
+    c.mnuMoveSelection->setEnabled(m_editor.doc.hasSelection());
+    c.mnuLabelProperties->setEnabled(canEditLabelProperties(m_editor));
     c.map->syncOverlays();
 }
 

@@ -73,6 +73,10 @@ struct Controls {
     QAction* mnuFollowLog = nullptr;
     QAction* mnuRecordPath = nullptr;
     QAction* mnuStopFollowing = nullptr;
+    QAction* mnuKeepPlayerInView = nullptr;
+    QAction* mnuMoveSelection = nullptr;
+    QAction* mnuLabelProperties = nullptr;
+    QAction* mnuSnapToEnds = nullptr;
 };
 
 // frmMain: the window. It builds the controls where the layout puts them,

@@ -159,15 +159,22 @@ void MapArea::mouseMoveEvent(QMouseEvent* event)
 
 void MapArea::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (buttonCode(event->button()) == 0)
+    const int button = buttonCode(event->button());
+    if (button == 0)
         return;
     run([&] { mapMouseUp(m_editor); });
+    if (m_doubleClicked && button == 1) {
+        m_doubleClicked = false;
+        run([&] { mapDoubleClick(m_editor, button, surfacePoint(event)); });
+    }
 }
 
 void MapArea::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    // The second press of a double click is a press like any other.
+    // The second press of a double click is a press like any other; the
+    // tool hears of the double click at its release.
     mousePressEvent(event);
+    m_doubleClicked = buttonCode(event->button()) == 1;
 }
 
 void MapArea::keyPressEvent(QKeyEvent* event)

@@ -51,6 +51,7 @@ private:
     QFrame* m_selectBox;
     QLineEdit* m_caption;
     int m_captionOpened = 0;
+    bool m_doubleClicked = false; // the left button's second press, until its release
 };
 
 } // namespace plotwell

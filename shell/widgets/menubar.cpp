@@ -1,3 +1,4 @@
+#include "editor/editmenu.h"
 #include "editor/edits.h"
 #include "editor/gamelog.h"
 #include "editor/helpcommands.h"
@@ -50,6 +51,9 @@ void MainWindow::buildMenus()
     m_controls.mnuRecordPath->setCheckable(true);
     m_controls.mnuStopFollowing = tools->addAction(QStringLiteral("Stop Following"), this,
                                                    [this] { handle([&] { stopFollowing(m_editor); }); });
+    m_controls.mnuKeepPlayerInView = tools->addAction(QStringLiteral("Keep Player in View"), this,
+                                                      [this] { handle([&] { toggleKeepPlayerInView(m_editor); }); });
+    m_controls.mnuKeepPlayerInView->setCheckable(true);
 
     QMenu* help = menuBar()->addMenu(QStringLiteral("Help"));
     help->addAction(QStringLiteral("Readme"), this, [this] { handle([&] { showReadme(m_editor.services.launcher, m_editor.services.dialogs); }); });
@@ -72,6 +76,15 @@ void MainWindow::buildEditMenu()
     }
     m_controls.mnuUndo->setShortcuts(undoKeys);
     m_controls.mnuRedo->setShortcuts(redoKeys);
+    edit->addSeparator();
+    m_controls.mnuMoveSelection = edit->addAction(QStringLiteral("Move Selection..."), this,
+                                                  [this] { handle([&] { moveSelectionFromMenu(m_editor); }); });
+    m_controls.mnuLabelProperties = edit->addAction(QStringLiteral("Label Properties..."), this,
+                                                    [this] { handle([&] { labelPropertiesFromMenu(m_editor); }); });
+    edit->addSeparator();
+    m_controls.mnuSnapToEnds = edit->addAction(QStringLiteral("Snap to Line Ends"), this,
+                                               [this] { handle([&] { toggleSnapToLineEnds(m_editor); }); });
+    m_controls.mnuSnapToEnds->setCheckable(true);
 }
 
 } // namespace plotwell

@@ -23,6 +23,7 @@ const ToolIcon kToolIcons[kToolCount] = {
     {":/icons/freehand.xpm", "Freehand draw tool"},
     {":/icons/label.xpm", "Label tool"},
     {":/icons/crosshair.xpm", "Crosshair Tool (Mark a location, copy LOC to clipboard)"},
+    {":/icons/move.xpm", "Move tool (drag the selected records)"},
 };
 
 } // namespace

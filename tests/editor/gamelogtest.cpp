@@ -32,6 +32,7 @@ TEST(FollowGameLog, LocationsAppendedToTheLogMoveTheMarkerSetZAndDrawThePath)
     Editor& e = w.editor;
     setActiveLayer(e, 2);
     e.palette.activeColor = {10, 20, 30};
+    e.follower.keepInView = false; // the view stays, so the marker is drawn where the log puts it
     w.fileDialog.answers = {log};
     followGameLogFromMenu(e);
     EXPECT_EQ(w.settings.get(QStringLiteral("settings"), QStringLiteral("previousLogFolder"), {}),

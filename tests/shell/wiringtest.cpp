@@ -120,6 +120,9 @@ TEST(Wiring, EveryMenuEntryReachesItsHandler)
         {"File>Export Picture...", "QDialog Export Picture", "00123 labels:1 underlay files:0 following"},
         {"File>Exit", "", "00123 labels:1 underlay files:0 ending following"},
         {"Edit>Undo", "", " labels:0 underlay files:0 following"}, // the drop was one step
+        {"Edit>Move Selection...", "QInputDialog Move the selection by what distance? (y, x or y, x, z, as a /loc writes places)",
+         "00123 labels:1 underlay files:0 following"},
+        {"Edit>Label Properties...", "QDialog Label Properties", "00123 labels:1 underlay files:0 following"},
         {"Tools>Plot Intersection", "", "0012333 labels:1 underlay files:0 following"},
         {"Tools>Find Label by Keyword", "QInputDialog Enter keyword to search for", "00123 labels:1 underlay files:0 following"},
         {"Tools>Follow Game Log...", "", "00123 labels:1 underlay files:0"},
@@ -139,6 +142,7 @@ TEST(Wiring, EveryMenuEntryReachesItsHandler)
         Editor& e = window.editor();
         e.doc.setLineSelected(0, true);
         e.doc.setLineSelected(1, true);
+        e.doc.setLabelSelected(0, true);
         ASSERT_TRUE(loadUnderlay(e, picture));
         followGameLog(e, log);
         window.syncControls();
@@ -151,6 +155,54 @@ TEST(Wiring, EveryMenuEntryReachesItsHandler)
         EXPECT_EQ(shown, QString::fromLatin1(c.dialog)) << c.entry;
         EXPECT_EQ(stateOf(window, files), QString::fromLatin1(c.state)) << c.entry;
     }
+}
+
+// The Move tool's icon, a double click on a label with it, and the entries
+// that switch snapping and keeping the player in view, each shown ticked as
+// the editor has it.
+TEST(Wiring, TheMoveToolAndTheEditingSwitches)
+{
+    MainWindow window;
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    Editor& e = window.editor();
+    const Controls& c = window.controls();
+    EXPECT_EQ(c.imgTool[int(ToolId::Move)]->toolTip(), QStringLiteral("Move tool (drag the selected records)"));
+    QTest::mouseClick(c.imgTool[int(ToolId::Move)], Qt::LeftButton, {}, {3, 3});
+    EXPECT_EQ(e.tools.current(), ToolId::Move);
+
+    for (const auto& [path, on] : {std::pair{"Edit>Snap to Line Ends", &e.tools.state.snapToEnds},
+                                   std::pair{"Tools>Keep Player in View", &e.follower.keepInView}}) {
+        QAction* entry = menuEntry(window, QString::fromLatin1(path));
+        ASSERT_TRUE(entry && entry->isCheckable()) << path;
+        const bool first = *on;
+        for (int i = 0; i < 2; ++i) {
+            entry->trigger();
+            window.syncControls();
+            EXPECT_EQ(*on, i == 0 ? !first : first) << path;
+            EXPECT_EQ(entry->isChecked(), *on) << path;
+        }
+    }
+
+    // A label under the point (40, 30) pixels of the map.
+    const MapPoint at = toWorld(e.view, 40 * 15, 30 * 15);
+    const std::string text = std::to_string(at.x) + "," + std::to_string(at.y) + ",0,0,0,0,1,Gate";
+    std::int16_t layer = 0;
+    ASSERT_FALSE(e.doc.addLabel(text, layer, e.view.currentScale));
+    window.syncControls();
+    EXPECT_FALSE(menuEntry(window, QStringLiteral("Edit>Label Properties..."))->isEnabled());
+    e.doc.setLabelSelected(0, true);
+    window.syncControls();
+    EXPECT_TRUE(menuEntry(window, QStringLiteral("Edit>Label Properties..."))->isEnabled());
+    QString shown;
+    QTimer::singleShot(0, &window, [&shown] { shown = dismissModal(); });
+    // As the system sends a double click: a click, then a second press as a
+    // double click, then its release.
+    QTest::mouseClick(c.map, Qt::LeftButton, {}, {40, 30});
+    mouse(c.map, QEvent::MouseButtonDblClick, Qt::LeftButton, Qt::LeftButton, {40, 30});
+    mouse(c.map, QEvent::MouseButtonRelease, Qt::LeftButton, Qt::NoButton, {40, 30});
+    QCoreApplication::processEvents();
+    EXPECT_EQ(shown, QStringLiteral("QDialog Label Properties"));
 }
 
 TEST(Wiring, TheCaptionBoxCommitsOnEitherEnterCancelsOnEscapeAndHandsTheKeysBack)

@@ -16,7 +16,7 @@ using namespace plotwell::test;
 namespace {
 
 constexpr ColorRGB kBlue{0, 0, 255};
-const char* const kToolNames[] = {"Pointer", "Pan", "Select", "Line", "Freehand", "Label", "Crosshair"};
+const char* const kToolNames[] = {"Pointer", "Pan", "Select", "Line", "Freehand", "Label", "Crosshair", "Move"};
 
 // An editor at scale 1 with no offset, so surface twips are world units, and
 // one line from (0, 0) to (100, 100) under the point (50, 50).
@@ -42,7 +42,7 @@ TEST(Dispatch, PressByToolButtonAndCtrl)
     };
     std::vector<Case> cases;
     const int leftPress[] = {Anchor | Toggle, Anchor | PanFrom, Anchor | Toggle, Anchor | Chain,
-                             Anchor,          Anchor | Caption, Anchor | Mark};
+                             Anchor,          Anchor | Caption, Anchor | Mark,   Anchor};
     for (const ToolId tool : kAllTools) {
         const int left = leftPress[int(tool)];
         cases.push_back({tool, kLeftButton, false, left});
@@ -118,7 +118,8 @@ TEST(Dispatch, MoveByToolAndButtons)
             EXPECT_EQ(e.view.lastMousePoint.x, 110) << what;
             EXPECT_EQ(e.view.readout.x, fromOrigin ? QStringLiteral("60") : panning ? QStringLiteral("70") : QStringLiteral("110"))
                 << what;
-            EXPECT_EQ(e.tools.state.mapCursor == MapCursor::Move, rightDrag || tool == ToolId::Pan) << what;
+            const bool movePointer = tool == ToolId::Pan || tool == ToolId::Move;
+            EXPECT_EQ(e.tools.state.mapCursor == MapCursor::Move, rightDrag || movePointer) << what;
             // A move holds the frame only for the crosshair's mark and the line's rubber band.
             const bool held = (tool == ToolId::Crosshair && !rightDrag) || (tool == ToolId::Line && buttons == 0);
             EXPECT_EQ(e.tools.state.holdDrawing, held) << what;
@@ -128,7 +129,7 @@ TEST(Dispatch, MoveByToolAndButtons)
             EXPECT_EQ(e.selection.box.visible, tool == ToolId::Select && dragging) << what;
             EXPECT_EQ(e.doc.lineCount() - linesBefore, tool == ToolId::Freehand && dragging ? 1u : 0u) << what;
             mapMouseMove(e, 0, {120, 50});
-            EXPECT_EQ(e.tools.state.mapCursor == MapCursor::Move, tool == ToolId::Pan) << what << ", then no button";
+            EXPECT_EQ(e.tools.state.mapCursor == MapCursor::Move, movePointer) << what << ", then no button";
             EXPECT_TRUE(s.dialogs.prompts.empty()) << what;
         }
     }
