@@ -15,8 +15,7 @@ namespace plotwell::bench {
 // outside the process: no dialog is ever answered.
 struct BenchEditor : test::FakeServices {
     BenchEditor(int width, int height, std::size_t lines, std::size_t labels, double ratio = 1)
-        : surface(float(width) * 15, float(height) * 15, ratio),
-          editor(on(surface, settings))
+        : surface(float(width) * 15, float(height) * 15, ratio), editor(on(surface, settings))
     {
         pictureDialog.accept = false;
         editor.view.mapWidth = surface.width();

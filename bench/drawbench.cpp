@@ -1,6 +1,6 @@
+#include "bench/bencheditor.h"
 #include "bench/benches.h"
 #include "editor/mapevents.h"
-#include "bench/bencheditor.h"
 #include "tools/deletion.h"
 #include "view/zoom.h"
 

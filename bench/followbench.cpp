@@ -57,8 +57,8 @@ std::vector<double> latencies(MainWindow& window, const QString& log, int count)
         expected.at = world;
         const SurfacePoint centre = playerMarkerCentre(editor.view, expected);
         const QByteArray line = QByteArray("[Mon Nov 23 18:00:00 2026] Your Location is ")
-            + QByteArray::number(double(-world.y), 'g', 9) + ", " + QByteArray::number(double(-world.x), 'g', 9)
-            + ", " + QByteArray::number(i % 50) + "\r\n";
+            + QByteArray::number(double(-world.y), 'g', 9) + ", " + QByteArray::number(double(-world.x), 'g', 9) + ", "
+            + QByteArray::number(i % 50) + "\r\n";
         // The game writes at any moment, not in step with the watch's timer.
         runFor(int(random.bounded(2 * FileWatch::kPollMs)));
         QFile file(log);

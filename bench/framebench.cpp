@@ -1,7 +1,7 @@
-#include "bench/benches.h"
-#include "editor/mapevents.h"
 #include "bench/bencheditor.h"
+#include "bench/benches.h"
 #include "document/ansitext.h"
+#include "editor/mapevents.h"
 #include "editor/viewcommands.h"
 #include "render/colorrules.h"
 #include "render/labelfont.h"
@@ -207,7 +207,9 @@ public:
         Editor& editor = m_bench.editor;
         const SurfacePoint grip = m_grip;
         return {
-            [this, &editor] { drawFrame(m_bench.surface, source()); }, // the whole frame on one core, as each frame once was
+            [this, &editor] {
+                drawFrame(m_bench.surface, source());
+            }, // the whole frame on one core, as each frame once was
             [&editor] { // the whole picture painted again, on every core
                 editor.picture.forget();
                 editor.drawLines();

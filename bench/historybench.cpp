@@ -1,7 +1,7 @@
-#include "bench/benches.h"
-#include "editor/mapevents.h"
 #include "bench/bencheditor.h"
+#include "bench/benches.h"
 #include "editor/edits.h"
+#include "editor/mapevents.h"
 #include "tools/deletion.h"
 #include "view/zoom.h"
 
@@ -49,7 +49,8 @@ int runHistoryBench(const QStringList& args)
     deleteKey(editor.toolContext(), 0);
     const double deleteMs = double(timer.nsecsElapsed()) / 1e6;
     const std::size_t deleted = before - editor.doc.lineCount();
-    const double bytesPerLine = double(editor.history.bytes() - bytesBefore) / double(std::max<std::size_t>(deleted, 1));
+    const double bytesPerLine =
+        double(editor.history.bytes() - bytesBefore) / double(std::max<std::size_t>(deleted, 1));
 
     timer.start();
     undoEdit(editor);

@@ -2,8 +2,8 @@
 #include "bench/mapgen.h"
 
 #include "document/mapreader.h"
-#include "view/displayoptions.h"
 #include "tools/selection.h"
+#include "view/displayoptions.h"
 #include "view/view.h"
 
 #include <QBuffer>
@@ -17,7 +17,10 @@
 namespace plotwell::bench {
 namespace {
 
-double ms(const QElapsedTimer& timer) { return double(timer.nsecsElapsed()) / 1e6; }
+double ms(const QElapsedTimer& timer)
+{
+    return double(timer.nsecsElapsed()) / 1e6;
+}
 
 struct WorldBox {
     float minX, minY, maxX, maxY;
@@ -109,10 +112,10 @@ int runHitTestBench(const QStringList& args)
     std::size_t selected = 0;
     for (const MapLine& l : doc.lines())
         selected += l.selected ? 1 : 0;
-    std::printf("lines: %zu\nlabels: %zu\npoints: %d\npoints_hitting: %zu\n", doc.lineCount(), doc.labelCount(),
-                points, hits);
-    std::printf("first_hittest_ms: %.2f\nhittest_ms: %.4f\nselectbox_ms: %.2f\nlines_selected: %zu\n", firstMs,
-                hitMs, boxMs, selected);
+    std::printf("lines: %zu\nlabels: %zu\npoints: %d\npoints_hitting: %zu\n", doc.lineCount(), doc.labelCount(), points,
+                hits);
+    std::printf("first_hittest_ms: %.2f\nhittest_ms: %.4f\nselectbox_ms: %.2f\nlines_selected: %zu\n", firstMs, hitMs,
+                boxMs, selected);
     std::printf("scan_floor_ms: %.3f\nscan_floor_near: %zu\n", floorMs, near);
     return 0;
 }

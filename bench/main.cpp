@@ -42,7 +42,8 @@ QString screensAtRatio(double ratio, QTemporaryDir& dir)
     if (!file.open(QIODevice::WriteOnly))
         return {};
     const auto screen = [](const char* name, int x, double r) {
-        return QStringLiteral(R"({ "name": "%1", "x": %2, "y": 0, "width": %3, "height": %4, "logicalDpi": %5, "logicalBaseDpi": 96 })")
+        return QStringLiteral(
+                   R"({ "name": "%1", "x": %2, "y": 0, "width": %3, "height": %4, "logicalDpi": %5, "logicalBaseDpi": 96 })")
             .arg(QLatin1String(name))
             .arg(x)
             .arg(qRound(1920 * r))
@@ -72,7 +73,8 @@ int main(int argc, char** argv)
     const double ratio = ratioArgument(argc, argv);
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         const QString config = ratio >= 0.25 && ratio <= 8 ? screensAtRatio(ratio, screens) : QString();
-        qputenv("QT_QPA_PLATFORM", config.isEmpty() ? QByteArray("offscreen") : "offscreen:configfile=" + config.toLocal8Bit());
+        qputenv("QT_QPA_PLATFORM",
+                config.isEmpty() ? QByteArray("offscreen") : "offscreen:configfile=" + config.toLocal8Bit());
     }
     QApplication app(argc, argv);
     QStringList args = app.arguments();
@@ -98,16 +100,17 @@ int main(int argc, char** argv)
         return runFollowBench(args);
     if (which == QLatin1String("snap"))
         return runSnapBench(args);
-    std::fprintf(stderr,
-                 "usage: plotwell-bench load  --lines N --labels M\n"
-                 "       plotwell-bench frame --lines N --labels M --size WxH [--view fit|zoom4] [--turns T] [--ratio R]\n"
-                 "       plotwell-bench save  --lines N --labels M\n"
-                 "       plotwell-bench hittest --lines N --labels M [--points P]\n"
-                 "       plotwell-bench draw --lines N\n"
-                 "       plotwell-bench idle --lines N --labels M --seconds S [--select K] [--ratio R]\n"
-                 "       plotwell-bench export --lines N --labels M [--side PIXELS]\n"
-                 "       plotwell-bench history --lines N\n"
-                 "       plotwell-bench follow --lines N --labels M [--count C]\n"
-                 "       plotwell-bench snap --lines N [--points P]\n");
+    std::fprintf(
+        stderr,
+        "usage: plotwell-bench load  --lines N --labels M\n"
+        "       plotwell-bench frame --lines N --labels M --size WxH [--view fit|zoom4] [--turns T] [--ratio R]\n"
+        "       plotwell-bench save  --lines N --labels M\n"
+        "       plotwell-bench hittest --lines N --labels M [--points P]\n"
+        "       plotwell-bench draw --lines N\n"
+        "       plotwell-bench idle --lines N --labels M --seconds S [--select K] [--ratio R]\n"
+        "       plotwell-bench export --lines N --labels M [--side PIXELS]\n"
+        "       plotwell-bench history --lines N\n"
+        "       plotwell-bench follow --lines N --labels M [--count C]\n"
+        "       plotwell-bench snap --lines N [--points P]\n");
     return 2;
 }

@@ -33,9 +33,9 @@ public:
                 m_x = x2, m_y = y2, m_z = z2;
                 ++m_lineDone;
             } else if (m_labelDone < m_labels) {
-                const int len = std::snprintf(buf, sizeof buf, "P %.4f, %.4f, %.4f,  %d, %d, %d,  %d,  to_Zone_%zu\n",
-                                              coord(m_rng), coord(m_rng), height(m_rng), 0, shade(m_rng), 0,
-                                              int(m_labelDone % 4), m_labelDone);
+                const int len =
+                    std::snprintf(buf, sizeof buf, "P %.4f, %.4f, %.4f,  %d, %d, %d,  %d,  to_Zone_%zu\n", coord(m_rng),
+                                  coord(m_rng), height(m_rng), 0, shade(m_rng), 0, int(m_labelDone % 4), m_labelDone);
                 out.append(buf, std::size_t(len));
                 ++m_labelDone;
             } else {
@@ -79,8 +79,7 @@ std::string generateMapText(std::size_t lines, std::size_t labels)
     std::string text;
     text.reserve((lines + labels) * 90);
     Generator gen(lines, labels);
-    while (gen.next(text, 4096)) {
-    }
+    while (gen.next(text, 4096)) {}
     return text;
 }
 
@@ -102,9 +101,15 @@ std::size_t writeMapFile(const QString& path, std::size_t lines, std::size_t lab
     return total;
 }
 
-std::size_t residentBytes() { return statusField("VmRSS:"); }
+std::size_t residentBytes()
+{
+    return statusField("VmRSS:");
+}
 
-std::size_t peakResidentBytes() { return statusField("VmHWM:"); }
+std::size_t peakResidentBytes()
+{
+    return statusField("VmHWM:");
+}
 
 void resetPeakResident()
 {

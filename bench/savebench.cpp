@@ -19,7 +19,10 @@ namespace {
 
 constexpr int kRuns = 3;
 
-double seconds(const QElapsedTimer& timer) { return double(timer.nsecsElapsed()) / 1e9; }
+double seconds(const QElapsedTimer& timer)
+{
+    return double(timer.nsecsElapsed()) / 1e9;
+}
 
 // The least any writer could spend: the same numbers formatted by bare
 // std::to_chars into one buffer, with no separators, no file and no checks.

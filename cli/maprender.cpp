@@ -59,7 +59,8 @@ int renderFiles(const QStringList& files, const QString& out, QSize size, bool l
         }
         if (read.holdsNul) {
             printLine(err, readSummary(path, read));
-            printLine(err, QStringLiteral("%1: not written, since %2 does not look like a map text file").arg(out, path));
+            printLine(err,
+                      QStringLiteral("%1: not written, since %2 does not look like a map text file").arg(out, path));
             return kFailed;
         }
         // As the editor shows it: the records before the stop.

@@ -78,7 +78,10 @@ struct MapStats {
     }
 };
 
-QString numberText(float v) { return QString::fromStdString(singleToText(v)); }
+QString numberText(float v)
+{
+    return QString::fromStdString(singleToText(v));
+}
 
 // The lines under a file's heading: a range only when there is a point,
 // then the colours in the order of their red, green and blue values.
@@ -88,15 +91,18 @@ void printDetails(std::FILE* out, const MapStats& stats)
     for (std::size_t i = 0; i < stats.axes.size(); ++i) {
         const Range& r = stats.axes[i];
         if (r.any)
-            printLine(out, QStringLiteral("  %1: %2 to %3").arg(QLatin1String(names[i]), numberText(r.low), numberText(r.high)));
+            printLine(
+                out,
+                QStringLiteral("  %1: %2 to %3").arg(QLatin1String(names[i]), numberText(r.low), numberText(r.high)));
     }
     for (const auto& [colour, counts] : stats.colours) {
-        printLine(out, QStringLiteral("  colour %1,%2,%3: %4 lines, %5 labels")
-                           .arg(colour[0])
-                           .arg(colour[1])
-                           .arg(colour[2])
-                           .arg(qulonglong(counts.lines))
-                           .arg(qulonglong(counts.labels)));
+        printLine(out,
+                  QStringLiteral("  colour %1,%2,%3: %4 lines, %5 labels")
+                      .arg(colour[0])
+                      .arg(colour[1])
+                      .arg(colour[2])
+                      .arg(qulonglong(counts.lines))
+                      .arg(qulonglong(counts.labels)));
     }
 }
 
@@ -123,9 +129,10 @@ int statsFiles(const QStringList& paths, std::FILE* out)
         total.add(stats);
     }
     if (paths.size() > 1) {
-        printLine(out, QStringLiteral("total: %1 lines, %2 labels")
-                           .arg(qulonglong(total.records.lines))
-                           .arg(qulonglong(total.records.labels)));
+        printLine(out,
+                  QStringLiteral("total: %1 lines, %2 labels")
+                      .arg(qulonglong(total.records.lines))
+                      .arg(qulonglong(total.records.labels)));
         printDetails(out, total);
     }
     std::fflush(out);

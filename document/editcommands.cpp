@@ -6,8 +6,8 @@ namespace plotwell {
 
 RecordsCommand::RecordsCommand(QString text, TakenRecords removed, const MapDocument& doc, AppendMark from,
                                std::vector<HomeBefore> homes)
-    : m_text(std::move(text)), m_removed(std::move(removed)), m_from(from),
-      m_added{doc.lineCount() - from.lines, doc.labelCount() - from.labels}, m_homes(std::move(homes))
+    : m_text(std::move(text)), m_removed(std::move(removed)),
+      m_from(from), m_added{doc.lineCount() - from.lines, doc.labelCount() - from.labels}, m_homes(std::move(homes))
 {
     m_mask = m_removed.layerMask();
     for (std::size_t i = from.lines; i < doc.lineCount(); ++i)
@@ -51,7 +51,8 @@ bool RecordsCommand::fits(const MapDocument& doc, bool done) const
 
 std::size_t RecordsCommand::bytes() const
 {
-    std::size_t total = sizeof(*this) + m_removed.bytes() + m_appended.bytes() + m_homes.capacity() * sizeof(HomeBefore);
+    std::size_t total =
+        sizeof(*this) + m_removed.bytes() + m_appended.bytes() + m_homes.capacity() * sizeof(HomeBefore);
     for (const HomeBefore& before : m_homes)
         total += std::size_t(before.home.layerFile.capacity() + before.home.caption.capacity()) * sizeof(QChar);
     return total;

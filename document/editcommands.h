@@ -45,9 +45,9 @@ public:
 
 private:
     QString m_text;
-    TakenRecords m_removed;  // the records while the step is done
-    AppendMark m_from;       // where the appended records begin
-    AppendMark m_added;      // how many were appended
+    TakenRecords m_removed; // the records while the step is done
+    AppendMark m_from; // where the appended records begin
+    AppendMark m_added; // how many were appended
     TakenRecords m_appended; // the appended records while the step is undone
     std::vector<HomeBefore> m_homes; // the other homes of the layers
     unsigned m_mask = 0;

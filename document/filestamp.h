@@ -35,8 +35,8 @@ struct FileStamp {
 
     friend bool operator==(const FileStamp& a, const FileStamp& b)
     {
-        return a.known == b.known && a.size == b.size && a.modified == b.modified
-            && a.stoppedAtLine == b.stoppedAtLine && a.holdsNul == b.holdsNul;
+        return a.known == b.known && a.size == b.size && a.modified == b.modified && a.stoppedAtLine == b.stoppedAtLine
+            && a.holdsNul == b.holdsNul;
     }
     friend bool operator!=(const FileStamp& a, const FileStamp& b) { return !(a == b); }
 };

@@ -5,7 +5,10 @@
 
 namespace plotwell {
 
-AppendMark appendMark(const MapDocument& doc) { return {doc.lineCount(), doc.labelCount()}; }
+AppendMark appendMark(const MapDocument& doc)
+{
+    return {doc.lineCount(), doc.labelCount()};
+}
 
 QString EditHistory::undoText() const
 {
@@ -72,7 +75,10 @@ bool EditHistory::layerModified(int layer) const
     return m_state[std::size_t(layer)] != m_doc.homes[std::size_t(layer)].savedState;
 }
 
-void EditHistory::markSaved(int layer) { m_doc.homes[std::size_t(layer)].savedState = m_state[std::size_t(layer)]; }
+void EditHistory::markSaved(int layer)
+{
+    m_doc.homes[std::size_t(layer)].savedState = m_state[std::size_t(layer)];
+}
 
 void EditHistory::enter(EditCommand& command, unsigned oldMask)
 {

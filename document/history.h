@@ -43,7 +43,11 @@ public:
     virtual std::size_t bytes() const = 0;
     // Takes the next step into this one, as the parts of one gesture (a
     // freehand stroke, a drag along a colour strip); false when it cannot.
-    virtual bool mergeWith(EditCommand& next) { (void)next; return false; }
+    virtual bool mergeWith(EditCommand& next)
+    {
+        (void)next;
+        return false;
+    }
 
 private:
     friend class EditHistory;

@@ -9,7 +9,7 @@
 namespace plotwell {
 namespace {
 
-const char* const kFieldNames[] = {"first", "second", "third", "fourth", "fifth",
+const char* const kFieldNames[] = {"first", "second",  "third",  "fourth", "fifth",
                                    "sixth", "seventh", "eighth", "ninth"};
 
 std::string badField(int index, const char* what)
@@ -20,9 +20,9 @@ std::string badField(int index, const char* what)
 // Fills targets from the next fields in turn with convert; the reason when a
 // field is missing or does not convert. first is the number of the first
 // field taken, for the reason.
-template<typename T, std::size_t N, typename Convert>
-RecordError readFields(RecordFields& fields, T* const (&targets)[N], int first, Convert convert,
-                       const char* missing, const char* what)
+template <typename T, std::size_t N, typename Convert>
+RecordError readFields(RecordFields& fields, T* const (&targets)[N], int first, Convert convert, const char* missing,
+                       const char* what)
 {
     for (std::size_t i = 0; i < N; ++i) {
         if (fields.done())
@@ -188,7 +188,7 @@ namespace {
 
 // The records fit back when there is one per index and the last index lies
 // within the arrays they make together.
-template<typename Record>
+template <typename Record>
 bool fitsBack(const std::vector<Record>& into, const std::vector<Record>& records, const std::vector<std::uint32_t>& at)
 {
     return records.size() == at.size() && (at.empty() || at.back() < into.size() + records.size());

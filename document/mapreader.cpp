@@ -244,7 +244,7 @@ private:
     std::size_t m_filled = 0; // bytes held, from the start of a line on
     std::size_t m_lineNumber = 0;
     bool m_atEnd = false;
-    bool m_skipping = false;    // inside a line that is not a record, its start already dropped
+    bool m_skipping = false; // inside a line that is not a record, its start already dropped
     bool m_lfMayFollow = false; // the last line ended in a CR that ended the data read
     LineEnds m_ends;
     const qint64 m_total;

@@ -22,8 +22,8 @@ constexpr std::size_t kMaxRecordLine = std::size_t(1) << 20;
 // How a read of map text ended.
 struct ReadResult {
     bool opened = false;
-    QString openError;           // why the file could not be opened
-    std::size_t linesAdded = 0;  // L records appended
+    QString openError; // why the file could not be opened
+    std::size_t linesAdded = 0; // L records appended
     std::size_t labelsAdded = 0; // P records appended
     // The text line (from 1) where the read stopped: a record that could not
     // be converted, a record line longer than kMaxRecordLine, or the line

@@ -86,7 +86,10 @@ private:
     Sink m_sink;
 };
 
-char* putWhole(char* out, int value) { return std::to_chars(out, out + 8, value).ptr; }
+char* putWhole(char* out, int value)
+{
+    return std::to_chars(out, out + 8, value).ptr;
+}
 
 char* putPoint(char* out, const MapPoint& p)
 {

@@ -18,7 +18,10 @@ std::string_view trimBlanks(std::string_view s)
     return s;
 }
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
 
 // Splits off an optional sign and checks that a digit or "." follows, so that
 // "inf", "nan" and doubled signs are refused before from_chars sees them.
@@ -61,8 +64,7 @@ bool isUnderflow(std::string_view s)
 // The conversion of an unsigned number text: anything from_chars does not
 // take whole is refused, and so is a magnitude beyond the type's range, while
 // one too small for it becomes zero.
-template<typename Real>
-std::optional<Real> generalNumber(std::string_view s, bool negative)
+template <typename Real> std::optional<Real> generalNumber(std::string_view s, bool negative)
 {
     Real v = 0;
     const auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), v, std::chars_format::general);
@@ -91,8 +93,7 @@ std::string_view sevenDigits(double v, char (&out)[32])
 }
 
 // Whole numbers are read as doubles, then rounded half to even.
-template<typename Int>
-std::optional<Int> textToWhole(std::string_view field, double low, double high)
+template <typename Int> std::optional<Int> textToWhole(std::string_view field, double low, double high)
 {
     std::string_view s = trimBlanks(field);
     bool negative = false;
@@ -113,8 +114,7 @@ float settleBelowPowerOfTen(float v, std::string_view unsignedText)
 {
     // Both powers of ten are ordinary doubles, with digits to spare.
     double exact = 0;
-    std::from_chars(unsignedText.data(), unsignedText.data() + unsignedText.size(), exact,
-                    std::chars_format::general);
+    std::from_chars(unsignedText.data(), unsignedText.data() + unsignedText.size(), exact, std::chars_format::general);
     char wantBuffer[32];
     char aboveBuffer[32];
     const float above = std::nextafter(v, 1e38f);

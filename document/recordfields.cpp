@@ -7,7 +7,10 @@
 namespace plotwell {
 namespace {
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
 
 const char* skipBlanks(const char* p, const char* end)
 {
@@ -82,7 +85,7 @@ std::optional<float> RecordFields::single()
 // Blanks, a sign, digits, blanks and then the comma or the end: a whole
 // number that needs no rounding. Fractions, exponents and everything else go
 // to the general conversion, which reads them as doubles and rounds.
-template<typename Int>
+template <typename Int>
 std::optional<Int> RecordFields::whole(long long low, long long high, std::optional<Int> (*general)(std::string_view))
 {
     if (m_done)
@@ -106,8 +109,14 @@ std::optional<Int> RecordFields::whole(long long low, long long high, std::optio
     return static_cast<Int>(value);
 }
 
-std::optional<std::uint8_t> RecordFields::byte() { return whole<std::uint8_t>(0, 255, textToByte); }
+std::optional<std::uint8_t> RecordFields::byte()
+{
+    return whole<std::uint8_t>(0, 255, textToByte);
+}
 
-std::optional<std::int16_t> RecordFields::int16() { return whole<std::int16_t>(-32768, 32767, textToInt16); }
+std::optional<std::int16_t> RecordFields::int16()
+{
+    return whole<std::int16_t>(-32768, 32767, textToInt16);
+}
 
 } // namespace plotwell

@@ -28,7 +28,7 @@ public:
     std::string_view text();
 
 private:
-    template<typename Int>
+    template <typename Int>
     std::optional<Int> whole(long long low, long long high, std::optional<Int> (*general)(std::string_view));
     // Ends the current field at p, which is at its comma or at the end.
     void endFieldAt(const char* p);

@@ -12,7 +12,7 @@ namespace plotwell::moves {
 
 // Moves every record that passes test into out and its index into at; the
 // others close up in their order.
-template<typename Record, typename Test>
+template <typename Record, typename Test>
 std::size_t takeWhere(std::vector<Record>& from, Test&& test, std::vector<Record>& out, std::vector<std::uint32_t>& at)
 {
     std::size_t selected = 0;
@@ -36,7 +36,7 @@ std::size_t takeWhere(std::vector<Record>& from, Test&& test, std::vector<Record
 }
 
 // Moves the records at the ascending indices at into out.
-template<typename Record>
+template <typename Record>
 std::size_t takeAt(std::vector<Record>& from, const std::vector<std::uint32_t>& at, std::vector<Record>& out)
 {
     if (at.empty())
@@ -60,7 +60,7 @@ std::size_t takeAt(std::vector<Record>& from, const std::vector<std::uint32_t>& 
 
 // Puts records[k] back at index at[k], the ascending indices it was taken
 // from, moving the others up; records is left empty. One pass from the end.
-template<typename Record>
+template <typename Record>
 std::size_t putBackAt(std::vector<Record>& into, std::vector<Record>& records, const std::vector<std::uint32_t>& at)
 {
     std::size_t selected = 0;

@@ -21,8 +21,8 @@ void askHeightRange(Editor& editor)
 {
     const QString offered = QString::fromStdString(
         withDecimalSeparator(singleToText(editor.display.heightRange), editor.view.decimalSeparator));
-    const QString answer =
-        editor.services.dialogs.prompt(QStringLiteral("Height filter range:"), QStringLiteral("Enter new value"), offered);
+    const QString answer = editor.services.dialogs.prompt(QStringLiteral("Height filter range:"),
+                                                          QStringLiteral("Enter new value"), offered);
     // The answer is read with "." as the decimal point whatever the locale;
     // anything that is not a positive number a single can hold leaves the
     // range as it was.
@@ -86,7 +86,9 @@ void stereoSliderMoved(Editor& editor, StereoSlider slider, int value)
     // The sliders' ranges: separation 0..100, brightness 0..255.
     const auto v = std::int16_t(std::clamp(value, 0, slider == StereoSlider::Brightness ? 255 : 100));
     DisplayOptions& d = editor.display;
-    (slider == StereoSlider::Separation ? d.stereo : slider == StereoSlider::SeparationByHeight ? d.stereoZ : d.brightness) = v;
+    (slider == StereoSlider::Separation               ? d.stereo
+         : slider == StereoSlider::SeparationByHeight ? d.stereoZ
+                                                      : d.brightness) = v;
     editor.frameDirty = true;
 }
 

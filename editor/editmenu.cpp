@@ -1,7 +1,7 @@
 #include "editor/editmenu.h"
 
-#include "editor/edits.h"
 #include "editor/editor.h"
+#include "editor/edits.h"
 #include "tools/editselection.h"
 
 namespace plotwell {
@@ -18,7 +18,10 @@ void moveSelectionFromMenu(Editor& editor)
     releaseHeldFrame(editor);
 }
 
-bool canEditLabelProperties(const Editor& editor) { return soleSelectedLabel(editor.doc).has_value(); }
+bool canEditLabelProperties(const Editor& editor)
+{
+    return soleSelectedLabel(editor.doc).has_value();
+}
 
 void labelPropertiesFromMenu(Editor& editor)
 {
@@ -37,7 +40,8 @@ void toggleSnapToLineEnds(Editor& editor)
 
 void loadEditSettings(Editor& editor)
 {
-    editor.tools.state.snapToEnds = editor.services.settings.get(kSettings, kSnapKey, QStringLiteral("0")) == QStringLiteral("1");
+    editor.tools.state.snapToEnds =
+        editor.services.settings.get(kSettings, kSnapKey, QStringLiteral("0")) == QStringLiteral("1");
 }
 
 } // namespace plotwell

@@ -6,7 +6,10 @@
 
 namespace plotwell {
 
-Editor::Editor(const Services& services) : services(services) { doc.setFillAdvice(adviseLargeFill); }
+Editor::Editor(const Services& services) : services(services)
+{
+    doc.setFillAdvice(adviseLargeFill);
+}
 
 void Editor::drawLines(bool noSelected)
 {
@@ -24,12 +27,24 @@ void Editor::drawLines(bool noSelected)
         drawFrame(surface, source, noSelected);
 }
 
-FrameSource Editor::frameSource() const { return {doc, view, display, underlay, &follower.marker, &tools.state.marks}; }
+FrameSource Editor::frameSource() const
+{
+    return {doc, view, display, underlay, &follower.marker, &tools.state.marks};
+}
 
 ToolContext Editor::toolContext()
 {
-    return {doc,      history,  view,        selection,        display,          keys,
-            palette.activeColor, tools.state, services.surface, services.dialogs, services.clipboard,
+    return {doc,
+            history,
+            view,
+            selection,
+            display,
+            keys,
+            palette.activeColor,
+            tools.state,
+            services.surface,
+            services.dialogs,
+            services.clipboard,
             [this] { drawLines(); }};
 }
 

@@ -1,17 +1,17 @@
 #pragma once
 
-#include "editor/gamelog.h"
-#include "editor/shellstate.h"
 #include "document/history.h"
 #include "document/mapdocument.h"
+#include "editor/gamelog.h"
+#include "editor/shellstate.h"
 #include "palette/palette.h"
 #include "platform/services.h"
-#include "view/displayoptions.h"
-#include "render/maprenderer.h"
 #include "render/mappicture.h"
+#include "render/maprenderer.h"
 #include "render/underlaystate.h"
 #include "tools/selection.h"
 #include "tools/tooldispatch.h"
+#include "view/displayoptions.h"
 #include "view/view.h"
 #include "view/viewkeys.h"
 
@@ -19,7 +19,6 @@
 #include <functional>
 
 namespace plotwell {
-
 
 // Everything the main window holds, as plain state grouped by subsystem,
 // with the services it reaches the outside world through. The behaviour lives

@@ -25,7 +25,10 @@ std::optional<std::string_view> messageOf(std::string_view line)
     return line;
 }
 
-bool startsWith(std::string_view text, std::string_view start) { return text.substr(0, start.size()) == start; }
+bool startsWith(std::string_view text, std::string_view start)
+{
+    return text.substr(0, start.size()) == start;
+}
 
 } // namespace
 

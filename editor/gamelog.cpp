@@ -1,12 +1,12 @@
 #include "editor/gamelog.h"
 
-#include "editor/edits.h"
 #include "editor/editor.h"
+#include "editor/edits.h"
+#include "editor/gameloc.h"
 #include "editor/maploading.h"
 #include "platform/filetail.h"
 #include "platform/filewatch.h"
 #include "platform/imagesurface.h"
-#include "editor/gameloc.h"
 #include "tools/recordtext.h"
 #include "view/viewcontrol.h"
 
@@ -95,7 +95,8 @@ void followGameLog(Editor& editor, const QString& path)
     follower.tail = std::make_unique<FileTail>(path);
     follower.pathBroken = true;
     follower.watch = std::make_unique<FileWatch>(
-        path, [&editor] { editor.runEventHandler([&editor] { return pollGameLog(editor); }); }, follower.useSystemWatch);
+        path, [&editor] { editor.runEventHandler([&editor] { return pollGameLog(editor); }); },
+        follower.useSystemWatch);
 }
 
 void stopFollowing(Editor& editor)
@@ -110,20 +111,25 @@ void stopFollowing(Editor& editor)
     }
 }
 
-void toggleRecordPath(Editor& editor) { editor.follower.recordPath = !editor.follower.recordPath; }
+void toggleRecordPath(Editor& editor)
+{
+    editor.follower.recordPath = !editor.follower.recordPath;
+}
 
 void toggleKeepPlayerInView(Editor& editor)
 {
     GameLogFollower& follower = editor.follower;
     follower.keepInView = !follower.keepInView;
-    editor.services.settings.save(kSettings, kKeepInViewKey, follower.keepInView ? QStringLiteral("1") : QStringLiteral("0"));
+    editor.services.settings.save(kSettings, kKeepInViewKey,
+                                  follower.keepInView ? QStringLiteral("1") : QStringLiteral("0"));
     if (keepPlayerInView(editor))
         releaseHeldFrame(editor);
 }
 
 void loadFollowSettings(Editor& editor)
 {
-    editor.follower.keepInView = editor.services.settings.get(kSettings, kKeepInViewKey, QStringLiteral("1")) != QStringLiteral("0");
+    editor.follower.keepInView =
+        editor.services.settings.get(kSettings, kKeepInViewKey, QStringLiteral("1")) != QStringLiteral("0");
 }
 
 bool keepPlayerInView(Editor& editor)
@@ -136,8 +142,8 @@ bool keepPlayerInView(Editor& editor)
     const float marginX = view.mapWidth / 10;
     const float marginY = view.mapHeight / 10;
     // NaN compares false: a marker at no place is kept nowhere.
-    const bool inside = at.x >= marginX && at.x <= view.mapWidth - marginX && at.y >= marginY
-        && at.y <= view.mapHeight - marginY;
+    const bool inside =
+        at.x >= marginX && at.x <= view.mapWidth - marginX && at.y >= marginY && at.y <= view.mapHeight - marginY;
     if (inside || !std::isfinite(at.x) || !std::isfinite(at.y))
         return false;
     // Whole device pixels, so that the kept picture of the map scrolls

@@ -16,8 +16,8 @@ const QString kTitle = QStringLiteral("Plotwell");
 QString findReadme(const QString& programFolder)
 {
     const QDir folder(programFolder);
-    for (const QString& candidate :
-         {folder.filePath(QStringLiteral("readme.txt")), folder.filePath(QStringLiteral("../share/doc/plotwell/readme.txt"))}) {
+    for (const QString& candidate : {folder.filePath(QStringLiteral("readme.txt")),
+                                     folder.filePath(QStringLiteral("../share/doc/plotwell/readme.txt"))}) {
         if (QFileInfo(candidate).isFile())
             return QDir::toNativeSeparators(QDir::cleanPath(candidate));
     }
@@ -29,8 +29,7 @@ QString findReadme(const QString& programFolder)
 QString aboutText(const QString& homePage)
 {
     const QStringList lines{QStringLiteral("Plotwell - Offline Everquest map editor"),
-                            QStringLiteral("Written by Torvane"),
-                            QStringLiteral("Quillmere"),
+                            QStringLiteral("Written by Torvane"), QStringLiteral("Quillmere"),
                             homePage.isEmpty() ? QStringLiteral("See Help > Readme for how to use it") : homePage,
                             QStringLiteral("Version: ") + versionText()};
     return lines.join(QStringLiteral("\r\n"));
@@ -45,14 +44,13 @@ void showReadme(Launcher& launcher, Dialogs& dialogs)
 {
     const QString readme = findReadme(launcher.programFolder());
     if (readme.isEmpty()) {
-        dialogs.message(
-            QStringLiteral("The file readme.txt was not found in %1.").arg(launcher.programFolder()), kTitle);
+        dialogs.message(QStringLiteral("The file readme.txt was not found in %1.").arg(launcher.programFolder()),
+                        kTitle);
         return;
     }
     // The viewer runs on its own; the editor does not wait for it.
     if (!launcher.openDocument(readme))
-        dialogs.message(
-            QStringLiteral("No program to show text files could be started for %1.").arg(readme), kTitle);
+        dialogs.message(QStringLiteral("No program to show text files could be started for %1.").arg(readme), kTitle);
 }
 
 } // namespace plotwell

@@ -33,7 +33,10 @@ void setLayerChecked(Editor& editor, int layer, bool checked)
     layerCheckClicked(editor, layer, checked);
 }
 
-void activeMarkerClicked(Editor& editor, int layer) { setActiveLayer(editor, std::int16_t(layer)); }
+void activeMarkerClicked(Editor& editor, int layer)
+{
+    setActiveLayer(editor, std::int16_t(layer));
+}
 
 void closeAllLayers(Editor& editor)
 {

@@ -43,6 +43,9 @@ void captionEntered(Editor& editor, const QString& text)
     editor.tools.label().commitCaption(context, text);
 }
 
-void captionCancelled(Editor& editor) { editor.tools.label().cancelCaption(); }
+void captionCancelled(Editor& editor)
+{
+    editor.tools.label().cancelCaption();
+}
 
 } // namespace plotwell

@@ -52,8 +52,9 @@ ReadResult openMapFile(Editor& editor, const QString& path, std::int16_t layer)
 
     Progress& progress = editor.services.progress;
     progress.begin(QStringLiteral("Loading %1").arg(fileNameOf(path)));
-    const ReadResult result = readMapFile(path, doc, layer, editor.view.currentScale,
-                                          [&progress](qint64 done, qint64 total) { return progress.advance(done, total); });
+    const ReadResult result =
+        readMapFile(path, doc, layer, editor.view.currentScale,
+                    [&progress](qint64 done, qint64 total) { return progress.advance(done, total); });
     progress.end();
     if (result.cancelled) {
         // The read only appended: dropping what it added leaves the layer as it was.

@@ -52,7 +52,8 @@ QString linesAfter(const std::optional<std::size_t>& total, std::size_t line)
     const std::size_t after = total && *total > line ? *total - line : 0;
     if (after == 0)
         return {};
-    return after == 1 ? QStringLiteral(" and the line after it") : QStringLiteral(" and the %1 lines after it").arg(after);
+    return after == 1 ? QStringLiteral(" and the line after it")
+                      : QStringLiteral(" and the %1 lines after it").arg(after);
 }
 
 // Why saving must leave the layer's file as it is this time; empty when
@@ -64,17 +65,20 @@ QString reasonToKeep(const FileStamp& stamp, const QString& path, std::int16_t l
     const QString n = QString::number(layer);
     const QString again = QStringLiteral("Choose Save all layers again to replace it.");
     if (stamp.changedOnDisk(path))
-        return QStringLiteral("The file %1 was changed by another program after Plotwell read it, so layer %2 was not "
-                              "saved and the file was left as it is. %3")
+        return QStringLiteral(
+                   "The file %1 was changed by another program after Plotwell read it, so layer %2 was not "
+                   "saved and the file was left as it is. %3")
             .arg(path, n, again);
     if (stamp.holdsNul)
-        return QStringLiteral("The file %1 holds NUL bytes, so it is not a map text file: layer %2 was not saved and the "
-                              "file was left as it is. %3")
+        return QStringLiteral(
+                   "The file %1 holds NUL bytes, so it is not a map text file: layer %2 was not saved and the "
+                   "file was left as it is. %3")
             .arg(path, n, again);
     if (stamp.stoppedAtLine != 0) {
         const QString line = QString::number(stamp.stoppedAtLine);
-        return QStringLiteral("Plotwell read the file %1 only up to line %2, which it could not read, so layer %3 was not "
-                              "saved and the file was left as it is: saving it would lose line %2%4. %5")
+        return QStringLiteral(
+                   "Plotwell read the file %1 only up to line %2, which it could not read, so layer %3 was not "
+                   "saved and the file was left as it is: saving it would lose line %2%4. %5")
             .arg(path, line, n, linesAfter(countTextLines(path), stamp.stoppedAtLine), again);
     }
     return {};

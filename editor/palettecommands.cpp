@@ -8,7 +8,10 @@
 namespace plotwell {
 namespace {
 
-std::uint8_t& channel(ColorRGB& c, int index) { return index == 0 ? c.r : index == 1 ? c.g : c.b; }
+std::uint8_t& channel(ColorRGB& c, int index)
+{
+    return index == 0 ? c.r : index == 1 ? c.g : c.b;
+}
 
 // Shows the active colour and gives it to every selected line and label. A
 // drag along a strip recolours as it goes, as one step until it is let go.
@@ -44,7 +47,10 @@ void stripMouseMove(Editor& editor, int index, int buttons, float x)
     editor.focusMap();
 }
 
-void stripReleased(Editor& editor) { editor.history.endGesture(); }
+void stripReleased(Editor& editor)
+{
+    editor.history.endGesture();
+}
 
 void stripDoubleClicked(Editor& editor, int index)
 {

@@ -1,8 +1,8 @@
 #include "editor/recovery.h"
 
 #include "document/mapreader.h"
-#include "editor/edits.h"
 #include "editor/editor.h"
+#include "editor/edits.h"
 #include "editor/layercommands.h"
 #include "editor/maploading.h"
 #include "platform/recoveryplace.h"
@@ -59,7 +59,8 @@ RecoveryFolder* RecoveryKeeper::ownFolder()
         return m_own.get();
     // A name no other run has: the time and this program's process.
     const QDir folder(m_place.folder());
-    const QString run = QStringLiteral("%1-%2").arg(QDateTime::currentMSecsSinceEpoch()).arg(QCoreApplication::applicationPid());
+    const QString run =
+        QStringLiteral("%1-%2").arg(QDateTime::currentMSecsSinceEpoch()).arg(QCoreApplication::applicationPid());
     if (QDir().mkpath(folder.path()) && !folder.exists(run))
         m_own = RecoveryFolder::claim(folder.filePath(run));
     m_ownRefused = !m_own;

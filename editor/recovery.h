@@ -57,9 +57,9 @@ private:
     // What is known of one layer's copy.
     struct Layer {
         std::uint64_t seenState = 0; // the layer's state when last looked at
-        qint64 changedAt = 0;        // when it was seen to change
-        qint64 waitingSince = -1;    // since when the copy is behind; -1 when it is not
-        bool written = false;        // the copy exists
+        qint64 changedAt = 0; // when it was seen to change
+        qint64 waitingSince = -1; // since when the copy is behind; -1 when it is not
+        bool written = false; // the copy exists
         std::uint64_t writtenState = 0;
         QString writtenFile;
         qint64 writtenAt = 0;
@@ -88,7 +88,7 @@ private:
     std::array<Layer, kLayerCount> m_layers;
     std::optional<Copying> m_copying;
     std::vector<std::unique_ptr<RecoveryFolder>> m_claimed; // the runs whose copies are left
-    std::vector<RecoveryCopy> m_left;                       // the newest copy left of each layer
+    std::vector<RecoveryCopy> m_left; // the newest copy left of each layer
 };
 
 } // namespace plotwell

@@ -12,8 +12,14 @@
 namespace plotwell {
 namespace {
 
-QString recordsName(int layer) { return QStringLiteral("layer%1.txt").arg(layer); }
-QString aboutName(int layer) { return QStringLiteral("layer%1.json").arg(layer); }
+QString recordsName(int layer)
+{
+    return QStringLiteral("layer%1.txt").arg(layer);
+}
+QString aboutName(int layer)
+{
+    return QStringLiteral("layer%1.json").arg(layer);
+}
 
 QByteArray aboutText(std::int16_t layer, const QString& file, const FileStamp& stamp)
 {
@@ -78,10 +84,10 @@ std::vector<RecoveryCopy> RecoveryFolder::copies() const
         const QJsonObject json = QJsonDocument::fromJson(about.readAll()).object();
         if (json.value(QStringLiteral("layer")).toInt(-1) != layer)
             continue;
-        RecoveryCopy copy{layer, json.value(QStringLiteral("file")).toString(), {}, records,
-                          QFileInfo(about).lastModified()};
-        const QDateTime modified = QDateTime::fromString(json.value(QStringLiteral("fileModified")).toString(),
-                                                         Qt::ISODateWithMs);
+        RecoveryCopy copy{
+            layer, json.value(QStringLiteral("file")).toString(), {}, records, QFileInfo(about).lastModified()};
+        const QDateTime modified =
+            QDateTime::fromString(json.value(QStringLiteral("fileModified")).toString(), Qt::ISODateWithMs);
         if (modified.isValid()) {
             copy.stamp = {true, qint64(json.value(QStringLiteral("fileSize")).toDouble()), modified};
             // What the layer held of its file is guarded as before the program ended.
@@ -94,8 +100,14 @@ std::vector<RecoveryCopy> RecoveryFolder::copies() const
     return found;
 }
 
-void RecoveryFolder::removeAll() { QDir(m_path).removeRecursively(); }
+void RecoveryFolder::removeAll()
+{
+    QDir(m_path).removeRecursively();
+}
 
-void RecoveryFolder::removeIfEmpty() { QDir().rmdir(m_path); }
+void RecoveryFolder::removeIfEmpty()
+{
+    QDir().rmdir(m_path);
+}
 
 } // namespace plotwell

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "document/maprecords.h"
 #include "document/filestamp.h"
+#include "document/maprecords.h"
 
 #include <QDateTime>
 #include <QString>
@@ -19,7 +19,7 @@ class MapDocument;
 // and beside them which layer they belong to and the file it had.
 struct RecoveryCopy {
     std::int16_t layer = 0;
-    QString file;    // the layer's file; empty when it had none
+    QString file; // the layer's file; empty when it had none
     FileStamp stamp; // that file as it was last read or written
     QString records; // path of the copy of the records
     QDateTime written;

@@ -2,7 +2,10 @@
 
 namespace plotwell {
 
-void requestClose(ShellState& shell) { shell.endTimerEnabled = true; }
+void requestClose(ShellState& shell)
+{
+    shell.endTimerEnabled = true;
+}
 
 void endTimerTick(ShellState& shell)
 {

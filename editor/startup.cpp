@@ -1,23 +1,32 @@
 #include "editor/startup.h"
 
-#include "editor/editor.h"
 #include "editor/editmenu.h"
+#include "editor/editor.h"
 #include "editor/gamelog.h"
 #include "view/viewcontrol.h"
 #include "view/zoom.h"
 
 // The built-in pictures are compiled into the core library; a static
 // library's resources must be registered by name, outside any namespace.
-static void registerCoreResources() { Q_INIT_RESOURCE(underlay); }
+static void registerCoreResources()
+{
+    Q_INIT_RESOURCE(underlay);
+}
 
 namespace plotwell {
 
 QString versionText()
 {
-    return QStringLiteral("%1.%2.%3").arg(PLOTWELL_VERSION_MAJOR).arg(PLOTWELL_VERSION_MINOR).arg(PLOTWELL_VERSION_PATCH);
+    return QStringLiteral("%1.%2.%3")
+        .arg(PLOTWELL_VERSION_MAJOR)
+        .arg(PLOTWELL_VERSION_MINOR)
+        .arg(PLOTWELL_VERSION_PATCH);
 }
 
-QString windowCaption() { return QStringLiteral("Plotwell v") + versionText(); }
+QString windowCaption()
+{
+    return QStringLiteral("Plotwell v") + versionText();
+}
 
 void startUp(Editor& editor)
 {

@@ -45,8 +45,9 @@ void openUnderlayFromMenu(Editor& editor)
 {
     FileDialog& dialog = editor.services.fileDialog;
     dialog.initialFolder = editor.services.settings.get(kSettings, kImageFolderKey, QStringLiteral("."));
-    dialog.filter = QStringLiteral("JPEG Images (*.jpg)|*.jpg|GIF Images (*.gif)|*.gif|Bitmap Images "
-                                   "(*.bmp)|*.bmp|All Files(*.*)|*.*");
+    dialog.filter = QStringLiteral(
+        "JPEG Images (*.jpg)|*.jpg|GIF Images (*.gif)|*.gif|Bitmap Images "
+        "(*.bmp)|*.bmp|All Files(*.*)|*.*");
     if (!dialog.showOpen())
         return;
     loadUnderlay(editor, QDir::toNativeSeparators(dialog.fileName));

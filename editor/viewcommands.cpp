@@ -1,7 +1,7 @@
 #include "editor/viewcommands.h"
 
-#include "editor/edits.h"
 #include "editor/editor.h"
+#include "editor/edits.h"
 #include "tools/deletion.h"
 #include "view/viewcontrol.h"
 #include "view/zoom.h"
@@ -32,7 +32,10 @@ void mapKeyDown(Editor& editor, int keyCode, int shift)
     editor.drawLines();
 }
 
-void mapKeyUp(Editor& editor, int keyCode, int shift) { keyFlagsUp(editor.keys, keyCode, shift); }
+void mapKeyUp(Editor& editor, int keyCode, int shift)
+{
+    keyFlagsUp(editor.keys, keyCode, shift);
+}
 
 void onMouseWheel(Editor& editor, int delta)
 {

@@ -13,7 +13,10 @@ namespace {
 
 const QString kSection = QStringLiteral("colorPresets");
 
-QString channelText(std::uint8_t v) { return QString::number(v); }
+QString channelText(std::uint8_t v)
+{
+    return QString::number(v);
+}
 
 // A part of a preset as a whole number for its swatch: rounded, a value
 // above 255 counting as 255; none when it is not a number or is negative.

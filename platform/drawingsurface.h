@@ -20,7 +20,7 @@ class DrawingSurface {
 public:
     virtual ~DrawingSurface() = default;
 
-    virtual float width() const = 0;  // twips
+    virtual float width() const = 0; // twips
     virtual float height() const = 0; // twips
     virtual void resize(float widthTwips, float heightTwips) = 0;
 

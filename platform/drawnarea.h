@@ -24,8 +24,7 @@ public:
     void addAll() { m_all = true; }
     // Adds a box of pixels and calls fresh(rect) for each run of tiles along
     // a row that the area did not hold before.
-    template<typename Fresh>
-    void addNew(const QRect& pixels, Fresh&& fresh)
+    template <typename Fresh> void addNew(const QRect& pixels, Fresh&& fresh)
     {
         const QRect r = pixels & QRect(QPoint(0, 0), m_size);
         if (m_all || r.isEmpty())
@@ -58,8 +57,7 @@ public:
 
     // Calls visit(rect) for each rectangle of the area, together covering it:
     // runs of tiles along each row of tiles, or the whole image.
-    template<typename Visit>
-    void forEachRect(Visit&& visit) const
+    template <typename Visit> void forEachRect(Visit&& visit) const
     {
         if (m_all) {
             visit(QRect(QPoint(0, 0), m_size));

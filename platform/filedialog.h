@@ -11,10 +11,10 @@ public:
     virtual ~FileDialog() = default;
 
     QString initialFolder; // empty: wherever the dialog was last pointed
-    QString fileName;      // the chosen path after a successful show
-    QString filter;        // "Text files (*.txt)|*.txt|All Files(*.*)|*.*"
+    QString fileName; // the chosen path after a successful show
+    QString filter; // "Text files (*.txt)|*.txt|All Files(*.*)|*.*"
     bool confirmOverwrite = false; // the save dialog asks before replacing a file
-    QString defaultSuffix;         // added to a name typed without one ("png")
+    QString defaultSuffix; // added to a name typed without one ("png")
 
     // False when the user cancels.
     virtual bool showOpen() = 0;

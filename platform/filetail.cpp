@@ -8,7 +8,10 @@ namespace {
 
 // Not opened otherwise: opening a pipe waits until something writes to it,
 // and a device such as /dev/zero never ends.
-bool isReadableFile(const QFileInfo& info) { return info.exists() && info.isFile(); }
+bool isReadableFile(const QFileInfo& info)
+{
+    return info.exists() && info.isFile();
+}
 
 } // namespace
 

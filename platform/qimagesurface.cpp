@@ -54,7 +54,10 @@ QImageSurface::QImageSurface(float widthTwips, float heightTwips, double ratio)
     m_text.setFont(8.25f, false, &m_pixels.image());
 }
 
-QImageSurface::~QImageSurface() { endPainting(); }
+QImageSurface::~QImageSurface()
+{
+    endPainting();
+}
 
 const QImage& QImageSurface::image() const
 {
@@ -119,7 +122,10 @@ void QImageSurface::startAnew()
     m_shown.addAll();
 }
 
-void QImageSurface::setBand(const QRect& pixels) { m_band = pixels & m_pixels.image().rect(); }
+void QImageSurface::setBand(const QRect& pixels)
+{
+    m_band = pixels & m_pixels.image().rect();
+}
 
 void QImageSurface::keepPicture()
 {
@@ -357,7 +363,10 @@ void QImageSurface::setTextPosition(float x, float y)
     m_textY = y;
 }
 
-void QImageSurface::setFont(float points, bool bold) { m_text.setFont(points, bold, &m_pixels.image()); }
+void QImageSurface::setFont(float points, bool bold)
+{
+    m_text.setFont(points, bold, &m_pixels.image());
+}
 
 void QImageSurface::print(std::string_view text)
 {

@@ -4,14 +4,17 @@
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QDir>
-#include <QProcess>
-#include <QUrl>
 #include <QGuiApplication>
 #include <QLocale>
+#include <QProcess>
+#include <QUrl>
 
 namespace plotwell {
 
-void QtEventPump::processEvents() { QCoreApplication::processEvents(); }
+void QtEventPump::processEvents()
+{
+    QCoreApplication::processEvents();
+}
 
 void QtClipboard::setText(const QString& text)
 {
@@ -19,7 +22,10 @@ void QtClipboard::setText(const QString& text)
         clipboard->setText(text);
 }
 
-QString QtLauncher::programFolder() const { return QDir::toNativeSeparators(QCoreApplication::applicationDirPath()); }
+QString QtLauncher::programFolder() const
+{
+    return QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
+}
 
 bool QtLauncher::openDocument(const QString& path)
 {

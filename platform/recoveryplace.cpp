@@ -4,7 +4,10 @@
 
 namespace plotwell {
 
-QtRecoveryPlace::QtRecoveryPlace() { m_clock.start(); }
+QtRecoveryPlace::QtRecoveryPlace()
+{
+    m_clock.start();
+}
 
 QString QtRecoveryPlace::folder() const
 {

@@ -20,7 +20,10 @@ void describe(QImage& image, double ratio)
 
 // Room on each side of the window: a quarter of its size, so that a long
 // drag moves the pixels once every few dozen steps.
-QSize roomAround(QSize size) { return {size.width() / 4 + 16, size.height() / 4 + 16}; }
+QSize roomAround(QSize size)
+{
+    return {size.width() / 4 + 16, size.height() / 4 + 16};
+}
 
 // Each image of the window holds the block for as long as it lives.
 void releaseBlock(void* holder)
@@ -50,8 +53,8 @@ void ScrollingImage::pointAt(QPoint at)
     m_at = at;
     uchar* first = m_block->data() + at.y() * m_stride + at.x() * kBytesPerPixel;
     auto holder = std::make_unique<std::shared_ptr<std::vector<uchar>>>(m_block);
-    m_view = QImage(first, m_size.width(), m_size.height(), m_stride, QImage::Format_RGB32, releaseBlock,
-                    holder.release());
+    m_view =
+        QImage(first, m_size.width(), m_size.height(), m_stride, QImage::Format_RGB32, releaseBlock, holder.release());
     describe(m_view, m_ratio);
 }
 
@@ -82,7 +85,9 @@ void ScrollingImage::scroll(int dx, int dy)
     const QPoint from = m_at;
     const int rows = h - std::abs(dy);
     const auto bytes = std::size_t(w - std::abs(dx)) * kBytesPerPixel;
-    const auto rowAt = [&](QPoint at, int y) { return m_block->data() + (at.y() + y) * m_stride + at.x() * kBytesPerPixel; };
+    const auto rowAt = [&](QPoint at, int y) {
+        return m_block->data() + (at.y() + y) * m_stride + at.x() * kBytesPerPixel;
+    };
     const auto move = [&](int y) {
         // Row y of the new window shows row y - dy of the old one, shifted by dx.
         std::memmove(rowAt(middle, y) + std::max(0, dx) * kBytesPerPixel,

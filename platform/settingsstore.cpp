@@ -11,7 +11,10 @@ QSettings userSettings()
                      QStringLiteral("Plotwell"));
 }
 
-QString fullKey(const QString& section, const QString& key) { return section + QLatin1Char('/') + key; }
+QString fullKey(const QString& section, const QString& key)
+{
+    return section + QLatin1Char('/') + key;
+}
 
 } // namespace
 

@@ -27,7 +27,10 @@ QString number(double value)
     return QString::number(rounded == 0 ? 0.0 : rounded, 'g', 10);
 }
 
-QString colourText(ColorRGB colour) { return toQColor(colour).name(); }
+QString colourText(ColorRGB colour)
+{
+    return toQColor(colour).name();
+}
 
 } // namespace
 
@@ -53,7 +56,10 @@ SvgSurface::SvgSurface(QIODevice& device, QSize pixels, const QString& title)
     setFont(8.25f, false);
 }
 
-SvgSurface::~SvgSurface() { finish(); }
+SvgSurface::~SvgSurface()
+{
+    finish();
+}
 
 bool SvgSurface::finish()
 {
@@ -206,7 +212,8 @@ void SvgSurface::print(std::string_view text)
     std::string visible;
     if (std::any_of(text.begin(), text.end(), [](char c) { return uchar(c) < 0x20; })) {
         visible.assign(text);
-        std::replace_if(visible.begin(), visible.end(), [](char c) { return uchar(c) < 0x20; }, '?');
+        std::replace_if(
+            visible.begin(), visible.end(), [](char c) { return uchar(c) < 0x20; }, '?');
         text = visible;
     }
     m_xml.writeStartElement(QStringLiteral("text"));

@@ -86,8 +86,7 @@ void paintPart(ImageSurface& surface, const FrameSource& source, const BandPaint
 
 } // namespace
 
-BandPainter::BandPainter(int bands)
-    : m_bands(bands > 0 ? bands : std::clamp(QThread::idealThreadCount(), 1, kMaxBands))
+BandPainter::BandPainter(int bands) : m_bands(bands > 0 ? bands : std::clamp(QThread::idealThreadCount(), 1, kMaxBands))
 {
 }
 
@@ -110,8 +109,9 @@ void BandPainter::paintWhole(ImageSurface& first, const FrameSource& source, con
     addWorkers(std::size_t(bands - 1));
     for (int i = 1; i < bands; ++i) {
         const QRect rows = band(i);
-        m_workers[std::size_t(i - 1)]->start(start.widthTwips, start.heightTwips, start.ratio,
-                                             [&source, start, rows](ImageSurface& s) { paintPart(s, source, start, rows); });
+        m_workers[std::size_t(i - 1)]->start(
+            start.widthTwips, start.heightTwips, start.ratio,
+            [&source, start, rows](ImageSurface& s) { paintPart(s, source, start, rows); });
     }
     paintPart(first, source, start, band(0));
     first.setBand(first.image().rect());

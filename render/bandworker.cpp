@@ -2,7 +2,10 @@
 
 namespace plotwell {
 
-BandWorker::BandWorker() : m_thread(QThread::create([this] { run(); })) { m_thread->start(); }
+BandWorker::BandWorker() : m_thread(QThread::create([this] { run(); }))
+{
+    m_thread->start();
+}
 
 BandWorker::~BandWorker()
 {

@@ -60,8 +60,8 @@ void MapPicture::compose(ImageSurface& screen, const FrameSource& source)
     const ImageSurface::State before = screen.state();
     const BandPainter::Start start{screen.width(), screen.height(), screen.pixelRatio(), screen.backColor(),
                                    before.penWidth};
-    const PictureKey key = pictureKey(source, screen.image().size(), start.ratio, start.widthTwips,
-                                      start.heightTwips, start.background, start.penWidth);
+    const PictureKey key = pictureKey(source, screen.image().size(), start.ratio, start.widthTwips, start.heightTwips,
+                                      start.background, start.penWidth);
     update(screen, source, key, start);
     screen.keepPicture();
     // The overlays start from the state the whole frame would leave, and leave it so.

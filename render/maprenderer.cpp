@@ -216,6 +216,9 @@ void leaveFrameState(DrawingSurface& surface, const FrameSource& source, const L
         drawLabel(state, source, source.doc.labels()[*last.label], background, true);
 }
 
-ColorRGB selectBoxColor(ColorRGB background) { return background == kBlack ? kWhite : kBlack; }
+ColorRGB selectBoxColor(ColorRGB background)
+{
+    return background == kBlack ? kWhite : kBlack;
+}
 
 } // namespace plotwell

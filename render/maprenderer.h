@@ -3,9 +3,9 @@
 #include "document/colorrgb.h"
 #include "document/mapdocument.h"
 #include "platform/drawingsurface.h"
-#include "view/displayoptions.h"
 #include "render/playermarker.h"
 #include "render/underlaystate.h"
+#include "view/displayoptions.h"
 #include "view/editmarks.h"
 #include "view/view.h"
 

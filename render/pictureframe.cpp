@@ -3,8 +3,8 @@
 #include "document/ansitext.h"
 #include "platform/textcache.h"
 #include "platform/twips.h"
-#include "view/displayoptions.h"
 #include "render/labelfont.h"
+#include "view/displayoptions.h"
 
 #include <QFileInfo>
 #include <QFontMetricsF>
@@ -106,8 +106,7 @@ PictureFrame fitWholeMap(const FrameSource& map, QSize pixels)
     const double boxWidth = box.maxX - box.minX;
     const double boxHeight = box.maxY - box.minY;
     if (boxWidth == 0 && boxHeight == 0) {
-        frame.error = QStringLiteral(
-            "The map cannot be fitted into a picture: everything it shows lies at one point.");
+        frame.error = QStringLiteral("The map cannot be fitted into a picture: everything it shows lies at one point.");
         return frame;
     }
 

@@ -8,10 +8,10 @@ namespace {
 
 auto tied(const PictureKey& k)
 {
-    return std::tie(k.doc, k.revision, k.scale, k.currentZ, k.showLines, k.showLabels, k.heightFilterOn,
-                    k.heightRange, k.invert, k.stereo, k.stereoSeparation, k.stereoZ, k.brightness, k.layers,
-                    k.underlayOn, k.tracingPaper, k.aspect, k.picture, k.pixels, k.ratio, k.widthTwips,
-                    k.heightTwips, k.background, k.penWidth);
+    return std::tie(k.doc, k.revision, k.scale, k.currentZ, k.showLines, k.showLabels, k.heightFilterOn, k.heightRange,
+                    k.invert, k.stereo, k.stereoSeparation, k.stereoZ, k.brightness, k.layers, k.underlayOn,
+                    k.tracingPaper, k.aspect, k.picture, k.pixels, k.ratio, k.widthTwips, k.heightTwips, k.background,
+                    k.penWidth);
 }
 
 // A difference of offsets as whole device pixels, when it is one. At some

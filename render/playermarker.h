@@ -23,7 +23,7 @@ struct PlayerMarker {
     // The cross's four arms leave the centre open, so that the map at the
     // player's very place stays in sight.
     static constexpr float kRingRadius = 9 * 15; // twips
-    static constexpr float kArmFrom = 4 * 15;    // twips from the centre
+    static constexpr float kArmFrom = 4 * 15; // twips from the centre
     static constexpr float kArmTo = 15 * 15;
     static constexpr int kWidth = 3; // pixels
     static constexpr int kOutlineWidth = 5;

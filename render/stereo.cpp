@@ -42,8 +42,8 @@ void drawStereoLine(DrawingSurface& surface, const DisplayOptions& options, floa
     surface.line(s1.sx, s1.sy, s2.sx, s2.sy);
     // Each end moves by the shift of its own height, so a sloping line tilts in depth.
     surface.setPenColor({0, b, b});
-    surface.line(s1.sx + stereoShift(options, line.p1.z, scale), s1.sy,
-                 s2.sx + stereoShift(options, line.p2.z, scale), s2.sy);
+    surface.line(s1.sx + stereoShift(options, line.p1.z, scale), s1.sy, s2.sx + stereoShift(options, line.p2.z, scale),
+                 s2.sy);
 }
 
 void drawStereoLabel(DrawingSurface& surface, const DisplayOptions& options, float scale, const MapLabel& label,

@@ -9,7 +9,7 @@ struct UnderlayState {
     bool underlayOn = false;
     bool tracingPaperOn = false;
     bool aspectChecked = true; // chkAspect "Maintain Aspect"
-    QImage picture;            // the picture box p
+    QImage picture; // the picture box p
     // The picture is the program's own start-up picture, not one the user
     // chose: pictures of the map written to files leave it out.
     bool builtIn = false;

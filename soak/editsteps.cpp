@@ -15,7 +15,10 @@ Step make(const char* kind, std::vector<double> numbers = {}, std::vector<QStrin
     return Step{kind, std::move(numbers), std::move(texts)};
 }
 
-void answerWith(World& world, const Step& step) { world.answers.assign(step.texts.begin(), step.texts.end()); }
+void answerWith(World& world, const Step& step)
+{
+    world.answers.assign(step.texts.begin(), step.texts.end());
+}
 
 // The Label Properties dialog's answers: accepted or cancelled, then the
 // text, the size's place in the list (out of it at times) and the height.
@@ -31,12 +34,12 @@ std::vector<QString> labelAnswers(Generator& g)
 QString typedDistance(Generator& g)
 {
     switch (g.rng.below(4)) {
-    case 0:
-        return g.typedNumber() + QStringLiteral(", ") + g.typedNumber() + QStringLiteral(", ") + g.typedNumber();
-    case 1:
-        return g.caption();
-    default:
-        return g.typedLocation();
+        case 0:
+            return g.typedNumber() + QStringLiteral(", ") + g.typedNumber() + QStringLiteral(", ") + g.typedNumber();
+        case 1:
+            return g.caption();
+        default:
+            return g.typedLocation();
     }
 }
 
@@ -61,7 +64,10 @@ void runDoubleClick(World& w, const Step& s)
     mapDoubleClick(w.editor, s.whole(0), {s.single(1), s.single(2)});
 }
 
-Step makeMoveSelection(Generator& g) { return make("move_selection", {}, {typedDistance(g)}); }
+Step makeMoveSelection(Generator& g)
+{
+    return make("move_selection", {}, {typedDistance(g)});
+}
 
 void runMoveSelection(World& w, const Step& s)
 {
@@ -69,7 +75,10 @@ void runMoveSelection(World& w, const Step& s)
     moveSelectionFromMenu(w.editor);
 }
 
-Step makeLabelProperties(Generator& g) { return make("label_properties", {}, labelAnswers(g)); }
+Step makeLabelProperties(Generator& g)
+{
+    return make("label_properties", {}, labelAnswers(g));
+}
 
 void runLabelProperties(World& w, const Step& s)
 {
@@ -79,12 +88,24 @@ void runLabelProperties(World& w, const Step& s)
         labelPropertiesFromMenu(w.editor);
 }
 
-Step makeSnap(Generator&) { return make("snap"); }
+Step makeSnap(Generator&)
+{
+    return make("snap");
+}
 
-void runSnap(World& w, const Step&) { toggleSnapToLineEnds(w.editor); }
+void runSnap(World& w, const Step&)
+{
+    toggleSnapToLineEnds(w.editor);
+}
 
-Step makeKeepInView(Generator&) { return make("keep_in_view"); }
+Step makeKeepInView(Generator&)
+{
+    return make("keep_in_view");
+}
 
-void runKeepInView(World& w, const Step&) { toggleKeepPlayerInView(w.editor); }
+void runKeepInView(World& w, const Step&)
+{
+    toggleKeepPlayerInView(w.editor);
+}
 
 } // namespace plotwell::soak

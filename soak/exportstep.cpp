@@ -21,9 +21,15 @@ namespace {
 // so many, to stay quick.
 constexpr double kMostPixels = 300000;
 
-int pictureSide(Generator& g) { return g.rng.pick<int>({0, 1, 2, 33, 300, 700, 2048, 32768, 32769, 100000, -7, 2147483647}); }
+int pictureSide(Generator& g)
+{
+    return g.rng.pick<int>({0, 1, 2, 33, 300, 700, 2048, 32768, 32769, 100000, -7, 2147483647});
+}
 
-bool possibleSide(int side) { return side >= 1 && side <= kMaxPictureSide; }
+bool possibleSide(int side)
+{
+    return side >= 1 && side <= kMaxPictureSide;
+}
 
 // What a folder holds, to tell what an export changed in it.
 struct Entry {
@@ -31,7 +37,10 @@ struct Entry {
     qint64 size = 0;
     qint64 modified = 0;
     bool folder = false;
-    bool operator==(const Entry& o) const { return std::tie(path, size, modified, folder) == std::tie(o.path, o.size, o.modified, o.folder); }
+    bool operator==(const Entry& o) const
+    {
+        return std::tie(path, size, modified, folder) == std::tie(o.path, o.size, o.modified, o.folder);
+    }
 };
 
 std::vector<Entry> listing(const QString& folder)

@@ -34,28 +34,48 @@ std::string coordinate(Rng& rng, double spread)
 {
     const double v = rng.range(-spread, spread);
     switch (rng.below(6)) {
-    case 0:
-        return std::to_string(long(v));
-    case 1:
-        return number(double(float(v)));
-    default:
-        return number(std::round(v * 100) / 100);
+        case 0:
+            return std::to_string(long(v));
+        case 1:
+            return number(double(float(v)));
+        default:
+            return number(std::round(v * 100) / 100);
     }
 }
 
 std::string extreme(Rng& rng)
 {
-    return rng.pick<const char*>({"3.4028235e38", "-3.4028234E+38", "1e38", "2.5e38", "-2.5E+38", "1e-38", "1.4e-45",
-                                  "-0", "0", "1e30", "-1e-30", "16777217", "0.1", "9.999999E+27", "1E+28",
-                                  "340282346638528859811704183484516925440", "  7  ", "+5", ".5", "5."});
+    return rng.pick<const char*>({"3.4028235e38",
+                                  "-3.4028234E+38",
+                                  "1e38",
+                                  "2.5e38",
+                                  "-2.5E+38",
+                                  "1e-38",
+                                  "1.4e-45",
+                                  "-0",
+                                  "0",
+                                  "1e30",
+                                  "-1e-30",
+                                  "16777217",
+                                  "0.1",
+                                  "9.999999E+27",
+                                  "1E+28",
+                                  "340282346638528859811704183484516925440",
+                                  "  7  ",
+                                  "+5",
+                                  ".5",
+                                  "5."});
 }
 
-std::string colour(Rng& rng) { return std::to_string(rng.below(256)); }
+std::string colour(Rng& rng)
+{
+    return std::to_string(rng.below(256));
+}
 
 QByteArray labelWord(Rng& rng)
 {
-    static const char* const words[] = {"Bank", "Camp Fire", "Guard_Tower", "Zone In", "to East Commonlands",
-                                        "(New Label)", "Gate", "Merchant",  "",      " padded "};
+    static const char* const words[] = {"Bank",        "Camp Fire", "Guard_Tower", "Zone In", "to East Commonlands",
+                                        "(New Label)", "Gate",      "Merchant",    "",        " padded "};
     QByteArray word = words[rng.below(int(std::size(words)))];
     if (rng.chance(0.2))
         word += char(rng.between(0x80, 0xff)); // a byte of the code page's upper half
@@ -98,8 +118,9 @@ QByteArray largeMap(Rng& rng)
     for (int i = 0; i < lines; ++i) {
         const double x = cx + rng.range(-4000, 4000), y = cy + rng.range(-4000, 4000);
         const double reach = rng.chance(0.05) ? 6000 : 40;
-        text += QByteArray::fromStdString("L " + number(x) + "," + number(y) + ",0," + number(x + rng.range(-reach, reach))
-                                          + "," + number(y + rng.range(-reach, reach)) + ",0," + colour(rng) + ",0,0\r\n");
+        text +=
+            QByteArray::fromStdString("L " + number(x) + "," + number(y) + ",0," + number(x + rng.range(-reach, reach))
+                                      + "," + number(y + rng.range(-reach, reach)) + ",0," + colour(rng) + ",0,0\r\n");
     }
     return text + plainMap(rng, 0, rng.below(30), 4000, false);
 }
@@ -111,8 +132,8 @@ QByteArray extremeMap(Rng& rng)
     for (int i = 0; i < records; ++i) {
         const auto c = [&rng] { return rng.chance(0.6) ? extreme(rng) : coordinate(rng, 1e6); };
         if (rng.chance(0.7))
-            text += QByteArray::fromStdString("L " + c() + "," + c() + "," + c() + "," + c() + "," + c() + "," + c() + ","
-                                              + colour(rng) + "," + colour(rng) + "," + colour(rng) + "\r\n");
+            text += QByteArray::fromStdString("L " + c() + "," + c() + "," + c() + "," + c() + "," + c() + "," + c()
+                                              + "," + colour(rng) + "," + colour(rng) + "," + colour(rng) + "\r\n");
         else
             text += QByteArray::fromStdString("P " + c() + "," + c() + "," + c() + "," + colour(rng) + ",0,0,"
                                               + rng.pick<const char*>({"32767", "-32768", "1", "0.5", "1.5"}) + ",")
@@ -154,9 +175,15 @@ QByteArray binary(Rng& rng)
 QByteArray lineEnds(Rng& rng)
 {
     QByteArray text = plainMap(rng, rng.below(60), rng.below(20), 2000, true);
-    const char* const odd[] = {"l 1,2,3,4,5,6,7,8,9\r\n", "L1,2,3,4,5,6,7,8,9\r\n", " L 1,2,3,4,5,6,7,8,9\n",
-                               "L 1,2,3,4,5,6,7,8,9,extra,fields\r", "\r\n\r\n", "# a comment\n",
-                               "L  1 , 2 , 3 , 4 , 5 , 6 , 7 , 8 , 9 \r\n", "P 1,2,3,4,5,6,7,a,b,c\r\n", "\n\r"};
+    const char* const odd[] = {"l 1,2,3,4,5,6,7,8,9\r\n",
+                               "L1,2,3,4,5,6,7,8,9\r\n",
+                               " L 1,2,3,4,5,6,7,8,9\n",
+                               "L 1,2,3,4,5,6,7,8,9,extra,fields\r",
+                               "\r\n\r\n",
+                               "# a comment\n",
+                               "L  1 , 2 , 3 , 4 , 5 , 6 , 7 , 8 , 9 \r\n",
+                               "P 1,2,3,4,5,6,7,a,b,c\r\n",
+                               "\n\r"};
     for (int i = 0; i < 10; ++i)
         text.insert(rng.below(int(text.size()) + 1) / 1, odd[rng.below(int(std::size(odd)))]);
     return text;
@@ -190,15 +217,15 @@ QByteArray mutated(Rng& rng)
         const int at = rng.below(int(text.size()));
         const char byte = rng.pick<char>({',', ' ', '\r', '\n', '-', '.', 'e', 'E', '9', '\0', 'L', 'P', char(0xe9)});
         switch (rng.below(3)) {
-        case 0:
-            text[at] = byte;
-            break;
-        case 1:
-            text.insert(at, byte);
-            break;
-        default:
-            text.remove(at, rng.between(1, 5));
-            break;
+            case 0:
+                text[at] = byte;
+                break;
+            case 1:
+                text.insert(at, byte);
+                break;
+            default:
+                text.remove(at, rng.between(1, 5));
+                break;
         }
     }
     return text;
@@ -211,25 +238,25 @@ QByteArray oddLabels(Rng& rng)
     for (int i = 0; i < labels; ++i) {
         QByteArray label;
         switch (rng.below(5)) {
-        case 0:
-            label = "Gate,North,East";
-            break;
-        case 1:
-            for (int k = rng.between(1, 40); k > 0; --k)
-                label += char(rng.between(0x20, 0xff));
-            break;
-        case 2:
-            label = QByteArray(rng.between(1000, 10000), 'w');
-            break;
-        case 3:
-            label = "\tTabbed\t_under_score_ ";
-            break;
-        default:
-            label = labelWord(rng);
-            break;
+            case 0:
+                label = "Gate,North,East";
+                break;
+            case 1:
+                for (int k = rng.between(1, 40); k > 0; --k)
+                    label += char(rng.between(0x20, 0xff));
+                break;
+            case 2:
+                label = QByteArray(rng.between(1000, 10000), 'w');
+                break;
+            case 3:
+                label = "\tTabbed\t_under_score_ ";
+                break;
+            default:
+                label = labelWord(rng);
+                break;
         }
-        text += QByteArray::fromStdString("P " + coordinate(rng, 2000) + "," + coordinate(rng, 2000) + ",0," + colour(rng)
-                                          + ",0,0,1,")
+        text += QByteArray::fromStdString("P " + coordinate(rng, 2000) + "," + coordinate(rng, 2000) + ",0,"
+                                          + colour(rng) + ",0,0,1,")
             + label + "\r\n";
     }
     return text;
@@ -246,35 +273,35 @@ QByteArray picture(PictureKind kind, std::uint64_t seed)
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
     switch (kind) {
-    case PictureKind::Png:
-    case PictureKind::Truncated:
-        image.save(&buffer, "PNG");
-        if (kind == PictureKind::Truncated)
-            bytes.truncate(bytes.size() / 2);
-        return bytes;
-    case PictureKind::Bmp:
-        image.save(&buffer, "BMP");
-        return bytes;
-    case PictureKind::Jpeg:
-        image.save(&buffer, "JPG");
-        return bytes;
-    case PictureKind::Garbage:
-        return binary(rng);
-    case PictureKind::Empty:
-        return {};
-    case PictureKind::Forged: {
-        // A bitmap header that claims 40000 x 40000 pixels, with no pixels behind it.
-        image.save(&buffer, "BMP");
-        const qint32 side = 40000;
-        if (bytes.size() >= 26) {
-            std::memcpy(bytes.data() + 18, &side, 4);
-            std::memcpy(bytes.data() + 22, &side, 4);
+        case PictureKind::Png:
+        case PictureKind::Truncated:
+            image.save(&buffer, "PNG");
+            if (kind == PictureKind::Truncated)
+                bytes.truncate(bytes.size() / 2);
+            return bytes;
+        case PictureKind::Bmp:
+            image.save(&buffer, "BMP");
+            return bytes;
+        case PictureKind::Jpeg:
+            image.save(&buffer, "JPG");
+            return bytes;
+        case PictureKind::Garbage:
+            return binary(rng);
+        case PictureKind::Empty:
+            return {};
+        case PictureKind::Forged: {
+            // A bitmap header that claims 40000 x 40000 pixels, with no pixels behind it.
+            image.save(&buffer, "BMP");
+            const qint32 side = 40000;
+            if (bytes.size() >= 26) {
+                std::memcpy(bytes.data() + 18, &side, 4);
+                std::memcpy(bytes.data() + 22, &side, 4);
+            }
+            return bytes;
         }
-        return bytes;
-    }
-    case PictureKind::MapText:
-    case PictureKind::Count:
-        break;
+        case PictureKind::MapText:
+        case PictureKind::Count:
+            break;
     }
     return mapText(MapKind::Plain, seed);
 }
@@ -285,31 +312,31 @@ QByteArray mapText(MapKind kind, std::uint64_t seed)
 {
     Rng rng(seed);
     switch (kind) {
-    case MapKind::Plain:
-    case MapKind::Count:
-        break;
-    case MapKind::Large:
-        return largeMap(rng);
-    case MapKind::Extreme:
-        return extremeMap(rng);
-    case MapKind::SingleLimit:
-        return singleLimitMap(rng);
-    case MapKind::StopsEarly:
-        return stopsEarly(rng);
-    case MapKind::Binary:
-        return binary(rng);
-    case MapKind::LineEnds:
-        return lineEnds(rng);
-    case MapKind::LongLine:
-        return longLine(rng);
-    case MapKind::Empty:
-        return {};
-    case MapKind::Utf16:
-        return utf16(rng);
-    case MapKind::Mutated:
-        return mutated(rng);
-    case MapKind::OddLabels:
-        return oddLabels(rng);
+        case MapKind::Plain:
+        case MapKind::Count:
+            break;
+        case MapKind::Large:
+            return largeMap(rng);
+        case MapKind::Extreme:
+            return extremeMap(rng);
+        case MapKind::SingleLimit:
+            return singleLimitMap(rng);
+        case MapKind::StopsEarly:
+            return stopsEarly(rng);
+        case MapKind::Binary:
+            return binary(rng);
+        case MapKind::LineEnds:
+            return lineEnds(rng);
+        case MapKind::LongLine:
+            return longLine(rng);
+        case MapKind::Empty:
+            return {};
+        case MapKind::Utf16:
+            return utf16(rng);
+        case MapKind::Mutated:
+            return mutated(rng);
+        case MapKind::OddLabels:
+            return oddLabels(rng);
     }
     return plainMap(rng, rng.below(150), rng.below(40), 5000, false);
 }
@@ -320,7 +347,8 @@ QString makeFile(const QString& folder, const QString& recipe)
     if (parts.size() < 2)
         return {};
     const QString& what = parts[0];
-    const bool generated = what == QLatin1String("map") || what == QLatin1String("zone") || what == QLatin1String("pic");
+    const bool generated =
+        what == QLatin1String("map") || what == QLatin1String("zone") || what == QLatin1String("pic");
     const int nameAt = generated ? 3 : 1;
     if (parts.size() <= nameAt)
         return {};

@@ -20,17 +20,17 @@ namespace plotwell::soak {
 // reads what the first one read.
 enum class MapKind {
     Plain,
-    Large,        // enough lines for the hit-test grid
-    Extreme,      // numbers at the ends of the single range
-    SingleLimit,  // thousands of lines near 2.5E+38
-    StopsEarly,   // a record that does not convert, in the middle
-    Binary,       // random bytes with NUL among them
-    LineEnds,     // CR, LF, CR LF, blanks, extra fields, lines that are not records
-    LongLine,     // a line of more than 1 MiB
+    Large, // enough lines for the hit-test grid
+    Extreme, // numbers at the ends of the single range
+    SingleLimit, // thousands of lines near 2.5E+38
+    StopsEarly, // a record that does not convert, in the middle
+    Binary, // random bytes with NUL among them
+    LineEnds, // CR, LF, CR LF, blanks, extra fields, lines that are not records
+    LongLine, // a line of more than 1 MiB
     Empty,
-    Utf16,        // a plain map saved as UTF-16
-    Mutated,      // a plain map with bytes changed, added and dropped
-    OddLabels,    // label texts with commas, high bytes, tabs, 10,000 characters
+    Utf16, // a plain map saved as UTF-16
+    Mutated, // a plain map with bytes changed, added and dropped
+    OddLabels, // label texts with commas, high bytes, tabs, 10,000 characters
     Count
 };
 enum class PictureKind { Png, Bmp, Jpeg, Truncated, Garbage, Empty, Forged, MapText, Count };

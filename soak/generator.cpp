@@ -15,32 +15,35 @@ namespace {
 
 // File names the steps share, so that a file saved by one step is loaded by
 // another and zones find their siblings.
-const char* const kMapNames[] = {"a.txt", "b.txt", "zone.txt", "zone_1.txt", "zone_2.txt", "with space.txt",
-                                 "\xc3\xbcnicode.txt", "layer.txt"};
+const char* const kMapNames[] = {"a.txt",      "b.txt",          "zone.txt",           "zone_1.txt",
+                                 "zone_2.txt", "with space.txt", "\xc3\xbcnicode.txt", "layer.txt"};
 
-QString mapName(Rng& rng) { return QString::fromUtf8(kMapNames[rng.below(int(std::size(kMapNames)))]); }
+QString mapName(Rng& rng)
+{
+    return QString::fromUtf8(kMapNames[rng.below(int(std::size(kMapNames)))]);
+}
 
 // A character of any kind: plain, of the map's code page, far beyond it, a
 // lone half of a surrogate pair, a line break, a comma.
 QString randomCharacter(Rng& rng)
 {
     switch (rng.below(10)) {
-    case 0:
-        return QString(QChar(char16_t(rng.between(0x80, 0xff))));
-    case 1:
-        return QString(QChar(char16_t(rng.between(0x100, 0xd7ff))));
-    case 2:
-        return QString(QChar(char16_t(rng.between(0xd800, 0xdfff))));
-    case 3: {
-        const char32_t c = char32_t(rng.between(0x10000, 0x10ffff));
-        return QString::fromUcs4(&c, 1);
-    }
-    case 4:
-        return rng.pick<QString>({QStringLiteral("\r"), QStringLiteral("\n"), QStringLiteral("\r\n"),
-                                  QStringLiteral(","), QStringLiteral(" "), QStringLiteral("\t"),
-                                  QStringLiteral("\u2028"), QString(QChar(0))});
-    default:
-        return QString(QChar(char16_t(rng.between(0x20, 0x7e))));
+        case 0:
+            return QString(QChar(char16_t(rng.between(0x80, 0xff))));
+        case 1:
+            return QString(QChar(char16_t(rng.between(0x100, 0xd7ff))));
+        case 2:
+            return QString(QChar(char16_t(rng.between(0xd800, 0xdfff))));
+        case 3: {
+            const char32_t c = char32_t(rng.between(0x10000, 0x10ffff));
+            return QString::fromUcs4(&c, 1);
+        }
+        case 4:
+            return rng.pick<QString>({QStringLiteral("\r"), QStringLiteral("\n"), QStringLiteral("\r\n"),
+                                      QStringLiteral(","), QStringLiteral(" "), QStringLiteral("\t"),
+                                      QStringLiteral("\u2028"), QString(QChar(0))});
+        default:
+            return QString(QChar(char16_t(rng.between(0x20, 0x7e))));
     }
 }
 
@@ -92,41 +95,44 @@ SurfacePoint Generator::point()
     const View& view = world().editor.view;
     const MapDocument& doc = world().editor.doc;
     switch (rng.below(10)) {
-    case 0:
-    case 1:
-    case 2: {
-        // On a record, or just beside it.
-        const std::size_t records = doc.lineCount() + doc.labelCount();
-        if (records == 0)
+        case 0:
+        case 1:
+        case 2: {
+            // On a record, or just beside it.
+            const std::size_t records = doc.lineCount() + doc.labelCount();
+            if (records == 0)
+                break;
+            const std::size_t i = std::size_t(rng.bits() % records);
+            const MapPoint& p = i < doc.lineCount() ? (rng.chance(0.5) ? doc.lines()[i].p1 : doc.lines()[i].p2)
+                                                    : doc.labels()[i - doc.lineCount()].pos;
+            const MapPoint s = toSurfacePoint(view, p);
+            const float jitter = float(rng.pick<double>({0, 1, 15, 45}));
+            const SurfacePoint near{s.sx + float(rng.range(-jitter, jitter)), s.sy + float(rng.range(-jitter, jitter))};
+            if (std::isfinite(near.x) && std::isfinite(near.y))
+                return near;
             break;
-        const std::size_t i = std::size_t(rng.bits() % records);
-        const MapPoint& p = i < doc.lineCount() ? (rng.chance(0.5) ? doc.lines()[i].p1 : doc.lines()[i].p2)
-                                                : doc.labels()[i - doc.lineCount()].pos;
-        const MapPoint s = toSurfacePoint(view, p);
-        const float jitter = float(rng.pick<double>({0, 1, 15, 45}));
-        const SurfacePoint near{s.sx + float(rng.range(-jitter, jitter)), s.sy + float(rng.range(-jitter, jitter))};
-        if (std::isfinite(near.x) && std::isfinite(near.y))
-            return near;
-        break;
-    }
-    case 3: {
-        // Far outside the map: as far as a screen reaches while a drag
-        // leaves the window, and now and then as far as a single reaches.
-        const auto far = [this] {
-            return rng.chance(0.9) ? float(rng.range(-200000, 200000))
-                                   : float(rng.pick<double>({-3e38, 3e38, -1e30, 1e30}));
-        };
-        return {far(), rng.chance(0.5) ? far() : float(rng.range(0, view.mapHeight))};
-    }
-    case 4:
-        return {float(rng.pick<double>({0, view.mapWidth})), float(rng.pick<double>({0, view.mapHeight}))};
-    default:
-        break;
+        }
+        case 3: {
+            // Far outside the map: as far as a screen reaches while a drag
+            // leaves the window, and now and then as far as a single reaches.
+            const auto far = [this] {
+                return rng.chance(0.9) ? float(rng.range(-200000, 200000))
+                                       : float(rng.pick<double>({-3e38, 3e38, -1e30, 1e30}));
+            };
+            return {far(), rng.chance(0.5) ? far() : float(rng.range(0, view.mapHeight))};
+        }
+        case 4:
+            return {float(rng.pick<double>({0, view.mapWidth})), float(rng.pick<double>({0, view.mapHeight}))};
+        default:
+            break;
     }
     return {float(rng.range(-200, view.mapWidth + 200)), float(rng.range(-200, view.mapHeight + 200))};
 }
 
-int Generator::pressButton() { return rng.pick<int>({kLeftButton, kLeftButton, kLeftButton, kRightButton, kMiddleButton}); }
+int Generator::pressButton()
+{
+    return rng.pick<int>({kLeftButton, kLeftButton, kLeftButton, kRightButton, kMiddleButton});
+}
 
 int Generator::heldButtons()
 {
@@ -138,49 +144,64 @@ int Generator::heldButtons()
 QString Generator::caption()
 {
     switch (rng.below(12)) {
-    case 0:
-        return QStringLiteral("(New Label)");
-    case 1:
-        return rng.pick<QString>({QStringLiteral("(nEW lABEL)"), QString(), QStringLiteral("   "),
-                                  QStringLiteral("Gate,North"), QStringLiteral("Guard Tower\nLevel 2"),
-                                  QStringLiteral("Bank\r\n"), QStringLiteral("\nBank")});
-    case 2: {
-        // 40,000 characters of one kind or of many.
-        const QString one = randomCharacter(rng);
-        QString text;
-        for (int i = 0; i < 40000; i += int(one.size()))
-            text += rng.chance(0.001) ? randomCharacter(rng) : one;
-        return text;
-    }
-    case 3:
-    case 4:
-    case 5: {
-        QString text;
-        for (int i = rng.between(1, 30); i > 0; --i)
-            text += randomCharacter(rng);
-        return text;
-    }
-    default:
-        return rng.pick<QString>({QStringLiteral("North Gate"), QStringLiteral("Bank"), QStringLiteral("Zone In"),
-                                  QStringLiteral("  Old  Bank "), QStringLiteral("Stra\u00dfe \u2603")});
+        case 0:
+            return QStringLiteral("(New Label)");
+        case 1:
+            return rng.pick<QString>({QStringLiteral("(nEW lABEL)"), QString(), QStringLiteral("   "),
+                                      QStringLiteral("Gate,North"), QStringLiteral("Guard Tower\nLevel 2"),
+                                      QStringLiteral("Bank\r\n"), QStringLiteral("\nBank")});
+        case 2: {
+            // 40,000 characters of one kind or of many.
+            const QString one = randomCharacter(rng);
+            QString text;
+            for (int i = 0; i < 40000; i += int(one.size()))
+                text += rng.chance(0.001) ? randomCharacter(rng) : one;
+            return text;
+        }
+        case 3:
+        case 4:
+        case 5: {
+            QString text;
+            for (int i = rng.between(1, 30); i > 0; --i)
+                text += randomCharacter(rng);
+            return text;
+        }
+        default:
+            return rng.pick<QString>({QStringLiteral("North Gate"), QStringLiteral("Bank"), QStringLiteral("Zone In"),
+                                      QStringLiteral("  Old  Bank "), QStringLiteral("Stra\u00dfe \u2603")});
     }
 }
 
 QString Generator::typedNumber()
 {
     switch (rng.below(4)) {
-    case 0:
-        return QString::number(rng.between(-300, 600));
-    case 1:
-        return QString::number(rng.range(-1e6, 1e6), 'g', 12);
-    default:
-        return rng.pick<QString>({QString(), QStringLiteral("NaN"), QStringLiteral("nan"), QStringLiteral("inf"),
-                                  QStringLiteral("-inf"), QStringLiteral("1e999"), QStringLiteral("-1e999"),
-                                  QStringLiteral("1e-999"), QStringLiteral("3.4028236e38"), QStringLiteral("7abc"),
-                                  QStringLiteral("abc"), QStringLiteral(" 1 2 8 "), QStringLiteral("255.5"),
-                                  QStringLiteral("12.5"), QStringLiteral("-0"), QStringLiteral("0x10"),
-                                  QStringLiteral("1,5"), QStringLiteral("\u0661\u0662"), QStringLiteral("+"),
-                                  QStringLiteral("."), QStringLiteral("1e"), QStringLiteral("99999999999999999999999")});
+        case 0:
+            return QString::number(rng.between(-300, 600));
+        case 1:
+            return QString::number(rng.range(-1e6, 1e6), 'g', 12);
+        default:
+            return rng.pick<QString>({QString(),
+                                      QStringLiteral("NaN"),
+                                      QStringLiteral("nan"),
+                                      QStringLiteral("inf"),
+                                      QStringLiteral("-inf"),
+                                      QStringLiteral("1e999"),
+                                      QStringLiteral("-1e999"),
+                                      QStringLiteral("1e-999"),
+                                      QStringLiteral("3.4028236e38"),
+                                      QStringLiteral("7abc"),
+                                      QStringLiteral("abc"),
+                                      QStringLiteral(" 1 2 8 "),
+                                      QStringLiteral("255.5"),
+                                      QStringLiteral("12.5"),
+                                      QStringLiteral("-0"),
+                                      QStringLiteral("0x10"),
+                                      QStringLiteral("1,5"),
+                                      QStringLiteral("\u0661\u0662"),
+                                      QStringLiteral("+"),
+                                      QStringLiteral("."),
+                                      QStringLiteral("1e"),
+                                      QStringLiteral("99999999999999999999999")});
     }
 }
 
@@ -212,18 +233,18 @@ QString Generator::mapRecipe()
     const int kind = rng.below(int(MapKind::Count));
     const QString seed = QString::number(rng.bits() >> 1);
     switch (rng.below(12)) {
-    case 0:
-        return QStringLiteral("keep ") + mapName(rng);
-    case 1:
-        return QStringLiteral("dir ") + mapName(rng);
-    case 2:
-        return QStringLiteral("gone ") + mapName(rng);
-    case 3:
-        return QString();
-    case 4:
-        return QStringLiteral("zone %1 %2 zone.txt").arg(kind).arg(seed);
-    default:
-        return QStringLiteral("map %1 %2 ").arg(kind).arg(seed) + mapName(rng);
+        case 0:
+            return QStringLiteral("keep ") + mapName(rng);
+        case 1:
+            return QStringLiteral("dir ") + mapName(rng);
+        case 2:
+            return QStringLiteral("gone ") + mapName(rng);
+        case 3:
+            return QString();
+        case 4:
+            return QStringLiteral("zone %1 %2 zone.txt").arg(kind).arg(seed);
+        default:
+            return QStringLiteral("map %1 %2 ").arg(kind).arg(seed) + mapName(rng);
     }
 }
 
@@ -239,16 +260,16 @@ QString Generator::pictureRecipe()
 QString Generator::saveAnswer()
 {
     switch (rng.below(8)) {
-    case 0:
-        return QString();
-    case 1:
-        return QStringLiteral("dir ") + mapName(rng);
-    case 2:
-        return QStringLiteral("gone ") + mapName(rng);
-    case 3:
-        return QStringLiteral("ro ") + mapName(rng);
-    default:
-        return QStringLiteral("keep ") + mapName(rng);
+        case 0:
+            return QString();
+        case 1:
+            return QStringLiteral("dir ") + mapName(rng);
+        case 2:
+            return QStringLiteral("gone ") + mapName(rng);
+        case 3:
+            return QStringLiteral("ro ") + mapName(rng);
+        default:
+            return QStringLiteral("keep ") + mapName(rng);
     }
 }
 

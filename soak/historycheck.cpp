@@ -31,7 +31,10 @@ std::uint64_t mixPoint(std::uint64_t h, const MapPoint& p)
     return mix(mix(mix(h, bitsOf(p.x)), bitsOf(p.y)), bitsOf(p.z));
 }
 
-std::uint64_t colourOf(std::uint8_t r, std::uint8_t g, std::uint8_t b) { return std::uint64_t(r) << 16 | g << 8 | b; }
+std::uint64_t colourOf(std::uint8_t r, std::uint8_t g, std::uint8_t b)
+{
+    return std::uint64_t(r) << 16 | g << 8 | b;
+}
 
 // A number for everything of each layer's records that saving writes, in
 // their order: equal records give equal numbers, and others, as good as
@@ -116,20 +119,24 @@ std::optional<std::string> difference(const Snapshot& before, const Snapshot& af
         const std::string layer = "layer " + std::to_string(n);
         if (before.texts[n] != after.texts[n])
             return layer + " saves otherwise: " + std::to_string(before.texts[n].size()) + " bytes before, "
-                + std::to_string(after.texts[n].size()) + " after; the first " + firstDifference(before.texts[n], after.texts[n]);
+                + std::to_string(after.texts[n].size()) + " after; the first "
+                + firstDifference(before.texts[n], after.texts[n]);
         if (before.files[n] != after.files[n] || before.captions[n] != after.captions[n])
             return layer + " had the file " + shortText(before.files[n]) + " (" + shortText(before.captions[n])
                 + ") and has " + shortText(after.files[n]) + " (" + shortText(after.captions[n]) + ")";
         if (before.modified[n] != after.modified[n])
-            return layer + std::string(before.modified[n] ? " had unsaved edits and has none" : " had no unsaved edits and has some");
+            return layer
+                + std::string(before.modified[n] ? " had unsaved edits and has none"
+                                                 : " had no unsaved edits and has some");
     }
     if (before.linesSelected != after.linesSelected || before.labelsSelected != after.labelsSelected)
         return std::string("other records are selected");
     if (before.done != after.done || before.steps != after.steps || before.undoText != after.undoText
         || before.redoText != after.redoText)
-        return "the history held " + std::to_string(before.done) + " of " + std::to_string(before.steps) + " steps done ("
-            + shortText(before.undoText) + ", " + shortText(before.redoText) + ") and holds " + std::to_string(after.done)
-            + " of " + std::to_string(after.steps) + " (" + shortText(after.undoText) + ", " + shortText(after.redoText) + ")";
+        return "the history held " + std::to_string(before.done) + " of " + std::to_string(before.steps)
+            + " steps done (" + shortText(before.undoText) + ", " + shortText(before.redoText) + ") and holds "
+            + std::to_string(after.done) + " of " + std::to_string(after.steps) + " (" + shortText(after.undoText)
+            + ", " + shortText(after.redoText) + ")";
     return std::nullopt;
 }
 

@@ -27,7 +27,8 @@ std::optional<std::string> brokenPoint(const MapPoint& p, float scale)
     }
     // Derived values: inf is allowed where x * scale leaves the single range.
     if (p.sx != p.x * scale || p.sy != p.y * scale)
-        return "scaled to " + singleToText(p.sx) + "," + singleToText(p.sy) + " instead of at scale " + singleToText(scale);
+        return "scaled to " + singleToText(p.sx) + "," + singleToText(p.sy) + " instead of at scale "
+            + singleToText(scale);
     return std::nullopt;
 }
 
@@ -49,8 +50,7 @@ std::string written(const MapLabel& l)
         + std::to_string(l.size) + "," + shortText(QString::fromLatin1(l.text.data(), qsizetype(l.text.size())), 80);
 }
 
-template<typename Record>
-std::vector<std::string> layerRecords(const std::vector<Record>& records, std::int16_t layer)
+template <typename Record> std::vector<std::string> layerRecords(const std::vector<Record>& records, std::int16_t layer)
 {
     std::vector<std::string> out;
     for (const Record& r : records)
@@ -90,8 +90,10 @@ std::optional<std::string> compare(const char* what, int layer, const std::vecto
 std::optional<std::string> brokenInvariant(const Editor& editor)
 {
     const View& view = editor.view;
-    const std::pair<const char*, float> values[] = {
-        {"scale", view.currentScale}, {"offsetX", view.offsetX}, {"offsetY", view.offsetY}, {"current Z", view.currentZ}};
+    const std::pair<const char*, float> values[] = {{"scale", view.currentScale},
+                                                    {"offsetX", view.offsetX},
+                                                    {"offsetY", view.offsetY},
+                                                    {"current Z", view.currentZ}};
     for (const auto& [name, v] : values) {
         if (!std::isfinite(v))
             return std::string("view: ") + name + " is " + singleToText(v);
@@ -153,16 +155,19 @@ std::optional<std::string> roundTripFault(const Editor& editor, const QString& f
         const QString path = QDir(folder).filePath(QStringLiteral("layer%1.txt").arg(layer));
         const WriteResult written = writeLayerFile(path, doc, layer);
         if (!written.ok())
-            return "round trip: layer " + std::to_string(layer) + " could not be written: " + written.error.toStdString();
+            return "round trip: layer " + std::to_string(layer)
+                + " could not be written: " + written.error.toStdString();
         const ReadResult read = openMapFile(fresh.editor, QDir::toNativeSeparators(path), layer);
         if (!read.complete())
-            return "round trip: layer " + std::to_string(layer) + " stopped at line " + std::to_string(read.stoppedAtLine)
-                + ": " + read.reason;
+            return "round trip: layer " + std::to_string(layer) + " stopped at line "
+                + std::to_string(read.stoppedAtLine) + ": " + read.reason;
     }
     for (std::int16_t layer = 0; layer < kLayerCount; ++layer) {
-        if (auto fault = compare("lines", layer, layerRecords(doc.lines(), layer), layerRecords(fresh.editor.doc.lines(), layer)))
+        if (auto fault = compare("lines", layer, layerRecords(doc.lines(), layer),
+                                 layerRecords(fresh.editor.doc.lines(), layer)))
             return "round trip: " + *fault;
-        if (auto fault = compare("labels", layer, layerRecords(doc.labels(), layer), layerRecords(fresh.editor.doc.labels(), layer)))
+        if (auto fault = compare("labels", layer, layerRecords(doc.labels(), layer),
+                                 layerRecords(fresh.editor.doc.labels(), layer)))
             return "round trip: " + *fault;
         if (labelTexts(doc, layer) != labelTexts(fresh.editor.doc, layer))
             return "round trip: layer " + std::to_string(layer) + ": a label text came back otherwise";

@@ -24,31 +24,37 @@ QByteArray number(Rng& rng)
                                   "1e-45", "abc", "340282346638528859811704183484516925440"});
 }
 
-QByteArray lineEnd(Rng& rng) { return rng.pick<const char*>({"\r\n", "\r\n", "\n", "", "\r"}); }
+QByteArray lineEnd(Rng& rng)
+{
+    return rng.pick<const char*>({"\r\n", "\r\n", "\n", "", "\r"});
+}
 
 QByteArray logPiece(Rng& rng)
 {
     const QByteArray stamp = "[Mon Nov 23 18:00:00 2026] ";
     switch (rng.below(8)) {
-    case 0:
-        return stamp + "You say, 'Your Location is 1, 2, 3'" + lineEnd(rng);
-    case 1: {
-        QByteArray bytes;
-        for (int i = rng.between(1, 40); i > 0; --i)
-            bytes += char(rng.below(256));
-        return bytes;
-    }
-    case 2: {
-        // A location cut anywhere, to be finished by a later piece or never.
-        const QByteArray loc = stamp + "Your Location is " + number(rng) + ", " + number(rng) + ", " + number(rng);
-        return loc.left(rng.below(int(loc.size())));
-    }
-    default:
-        return stamp + "Your Location is " + number(rng) + ", " + number(rng) + ", " + number(rng) + lineEnd(rng);
+        case 0:
+            return stamp + "You say, 'Your Location is 1, 2, 3'" + lineEnd(rng);
+        case 1: {
+            QByteArray bytes;
+            for (int i = rng.between(1, 40); i > 0; --i)
+                bytes += char(rng.below(256));
+            return bytes;
+        }
+        case 2: {
+            // A location cut anywhere, to be finished by a later piece or never.
+            const QByteArray loc = stamp + "Your Location is " + number(rng) + ", " + number(rng) + ", " + number(rng);
+            return loc.left(rng.below(int(loc.size())));
+        }
+        default:
+            return stamp + "Your Location is " + number(rng) + ", " + number(rng) + ", " + number(rng) + lineEnd(rng);
     }
 }
 
-QString logPath(const World& w) { return QDir(w.folder).filePath(kLogName); }
+QString logPath(const World& w)
+{
+    return QDir(w.folder).filePath(kLogName);
+}
 
 } // namespace
 
@@ -56,8 +62,8 @@ Step makeFollowLog(Generator& g)
 {
     QString answer = QStringLiteral("keep ") + kLogName;
     if (g.rng.chance(0.2))
-        answer = g.rng.pick<QString>({QString(), QStringLiteral("gone eqlog.txt"), QStringLiteral("dir logs"),
-                                      g.mapRecipe()});
+        answer = g.rng.pick<QString>(
+            {QString(), QStringLiteral("gone eqlog.txt"), QStringLiteral("dir logs"), g.mapRecipe()});
     return Step{"follow_log", {}, {answer}};
 }
 
@@ -76,10 +82,19 @@ Step makeRecordPath(Generator& g)
     }
     return Step{"record_path", {}, {}};
 }
-void runRecordPath(World& w, const Step&) { toggleRecordPath(w.editor); }
+void runRecordPath(World& w, const Step&)
+{
+    toggleRecordPath(w.editor);
+}
 
-Step makeStopFollowing(Generator&) { return Step{"stop_following", {}, {}}; }
-void runStopFollowing(World& w, const Step&) { stopFollowing(w.editor); }
+Step makeStopFollowing(Generator&)
+{
+    return Step{"stop_following", {}, {}};
+}
+void runStopFollowing(World& w, const Step&)
+{
+    stopFollowing(w.editor);
+}
 
 Step makeLogLine(Generator& g)
 {

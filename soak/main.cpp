@@ -36,9 +36,15 @@ constexpr int kFailedHere = 3; // a child's failure, for the run that watches it
 
 QElapsedTimer g_clock;
 qint64 g_deadline = 0;
-bool beforeDeadline() { return g_clock.elapsed() < g_deadline; }
+bool beforeDeadline()
+{
+    return g_clock.elapsed() < g_deadline;
+}
 
-void reportFailure(const Failure& failure) { std::fprintf(stderr, "soak failure: %s\n", failure.message.c_str()); }
+void reportFailure(const Failure& failure)
+{
+    std::fprintf(stderr, "soak failure: %s\n", failure.message.c_str());
+}
 
 // In a child: episodes of steps until the time or the step budget is spent,
 // each recorded to the file as it runs.
@@ -95,17 +101,18 @@ int soak(std::uint64_t seed, double seconds, std::size_t maxSteps, std::size_t e
     const QString record = QDir(work.path()).filePath(QStringLiteral("run.txt"));
     const ChildRun run = runChild({QStringLiteral("--child"), QStringLiteral("--seed"), QString::number(seed),
                                    QStringLiteral("--seconds"), QString::number(seconds), QStringLiteral("--steps"),
-                                   QString::number(maxSteps), QStringLiteral("--run-steps"), QString::number(episodeSteps),
-                                   QStringLiteral("--record"), record, QStringLiteral("--folder"),
-                                   QDir(work.path()).filePath(QStringLiteral("files"))},
+                                   QString::number(maxSteps), QStringLiteral("--run-steps"),
+                                   QString::number(episodeSteps), QStringLiteral("--record"), record,
+                                   QStringLiteral("--folder"), QDir(work.path()).filePath(QStringLiteral("files"))},
                                   int(seconds) + 900);
     if (!run.failed) {
         const QStringList figures = QString::fromLatin1(run.out).split(QLatin1Char(' '));
         const double steps = figures.value(1).toDouble();
         const double taken = figures.value(3).toDouble();
-        std::printf("plotwell-soak: seed %llu: %.0f steps in %.1f s, %.0f steps per second, %s runs of up to %zu steps\n",
-                    static_cast<unsigned long long>(seed), steps, taken, taken > 0 ? steps / taken : 0.0,
-                    qPrintable(figures.value(5).trimmed()), episodeSteps);
+        std::printf(
+            "plotwell-soak: seed %llu: %.0f steps in %.1f s, %.0f steps per second, %s runs of up to %zu steps\n",
+            static_cast<unsigned long long>(seed), steps, taken, taken > 0 ? steps / taken : 0.0,
+            qPrintable(figures.value(5).trimmed()), episodeSteps);
         return kClean;
     }
     std::fprintf(stderr, "plotwell-soak: seed %llu failed: %s\n%s\n", static_cast<unsigned long long>(seed),

@@ -12,7 +12,10 @@
 namespace plotwell::soak {
 namespace {
 
-Step make(const char* kind, std::vector<double> numbers = {}) { return Step{kind, std::move(numbers), {}}; }
+Step make(const char* kind, std::vector<double> numbers = {})
+{
+    return Step{kind, std::move(numbers), {}};
+}
 
 int runLength(Generator& g)
 {
@@ -68,16 +71,23 @@ bool oftenUndone(const Step& step, const World& w)
     // A location the game writes while Record Path is on may add a line.
     if (step.kind == "log_line")
         return w.editor.follower.recordPath;
-    static const char* const kinds[] = {"load", "drop", "close_all", "recover", "swatch", "colour_typed",
-                                        "colour_strip_release", "intersect", "caption_enter"};
+    static const char* const kinds[] = {
+        "load",      "drop",         "close_all", "recover", "swatch", "colour_typed", "colour_strip_release",
+        "intersect", "caption_enter"};
     for (const char* kind : kinds)
         if (step.kind == kind)
             return true;
     return step.kind == "keydown" && step.whole(0) == Key::Delete;
 }
 
-Step makeUndo(Generator& g) { return firstPlanningRest(g, undoRun(g)); }
-void runUndo(World& w, const Step&) { undoEdit(w.editor); }
+Step makeUndo(Generator& g)
+{
+    return firstPlanningRest(g, undoRun(g));
+}
+void runUndo(World& w, const Step&)
+{
+    undoEdit(w.editor);
+}
 
 Step makeRedo(Generator& g)
 {
@@ -85,13 +95,17 @@ Step makeRedo(Generator& g)
     presses(g, run, false, runLength(g));
     return firstPlanningRest(g, std::move(run));
 }
-void runRedo(World& w, const Step&) { redoEdit(w.editor); }
+void runRedo(World& w, const Step&)
+{
+    redoEdit(w.editor);
+}
 
 Step makeClock(Generator& g)
 {
     // Time passing: less than the pause a copy waits for, the pause, or the
     // longest wait; the copy being written finished in it, or not yet.
-    return make("clock", {double(g.rng.pick<int>({100, 500, 500, 1500, 3000, 3500, 10000, 31000})), double(g.rng.chance(0.8))});
+    return make("clock",
+                {double(g.rng.pick<int>({100, 500, 500, 1500, 3000, 3500, 10000, 31000})), double(g.rng.chance(0.8))});
 }
 void runClock(World& w, const Step& s)
 {
@@ -122,7 +136,10 @@ void runEnd(World& w, const Step& s)
     w.closeWindow();
 }
 
-Step makeRecover(Generator&) { return make("recover"); }
+Step makeRecover(Generator&)
+{
+    return make("recover");
+}
 void runRecover(World& w, const Step&)
 {
     std::map<int, LeftLayer>& left = w.machine.left;

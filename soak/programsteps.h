@@ -9,7 +9,6 @@ namespace plotwell::soak {
 class Generator;
 class World;
 
-
 // The steps that act on the program as a whole, for the table in
 // stepkinds.cpp: Edit > Undo and Redo, the clock that the recovery copies
 // are timed by, the end of the program as closing the window ends it,

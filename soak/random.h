@@ -23,11 +23,7 @@ public:
     double range(double low, double high) { return low + (high - low) * unit(); }
     bool chance(double p) { return unit() < p; }
 
-    template<typename T>
-    T pick(std::initializer_list<T> items)
-    {
-        return items.begin()[below(int(items.size()))];
-    }
+    template <typename T> T pick(std::initializer_list<T> items) { return items.begin()[below(int(items.size()))]; }
 
 private:
     std::mt19937_64 m_engine;

@@ -41,8 +41,7 @@ struct EpisodeResult {
 // Runs a start step and then up to maxSteps steps made at random from the
 // seed, on a fresh editor, checking after each; stops early once
 // keepGoing() says so.
-EpisodeResult runEpisode(std::uint64_t seed, std::size_t maxSteps, const RunOptions& options,
-                         bool (*keepGoing)());
+EpisodeResult runEpisode(std::uint64_t seed, std::size_t maxSteps, const RunOptions& options, bool (*keepGoing)());
 
 // Steps read from a file written by RunOptions::record; lines starting with
 // "#" are comments. None when a line is not a step.

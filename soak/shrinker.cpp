@@ -87,7 +87,8 @@ std::vector<Step> shrinkSteps(std::vector<Step> steps, const std::string& signat
             ++tries;
             if (stillFails(candidate)) {
                 steps = std::move(candidate);
-                std::fprintf(stderr, "plotwell-soak: shrinking: %zu steps still fail (%d tries)\n", steps.size(), tries);
+                std::fprintf(stderr, "plotwell-soak: shrinking: %zu steps still fail (%d tries)\n", steps.size(),
+                             tries);
             }
             end = begin;
         }

@@ -43,7 +43,10 @@ void answerWith(World& world, const Step& step)
     world.answers.assign(step.texts.begin(), step.texts.end());
 }
 
-int layerOf(const Step& step, std::size_t i) { return ((step.whole(i) % kLayerCount) + kLayerCount) % kLayerCount; }
+int layerOf(const Step& step, std::size_t i)
+{
+    return ((step.whole(i) % kLayerCount) + kLayerCount) % kLayerCount;
+}
 
 // ---- the map: mouse, keys, wheel
 
@@ -56,9 +59,9 @@ Step makePress(Generator& g)
     if (g.rng.chance(0.6)) {
         // A drag: moves with the button held, then its release.
         for (int i = g.rng.between(1, 6); i > 0; --i) {
-            const SurfacePoint q = g.rng.chance(0.8) ? SurfacePoint{p.x + float(g.rng.range(-900, 900)),
-                                                                    p.y + float(g.rng.range(-900, 900))}
-                                                     : g.point();
+            const SurfacePoint q = g.rng.chance(0.8)
+                ? SurfacePoint{p.x + float(g.rng.range(-900, 900)), p.y + float(g.rng.range(-900, 900))}
+                : g.point();
             g.plan(make("move", {double(button), q.x, q.y}));
         }
         g.plan(make("release", {double(button)}));
@@ -82,11 +85,20 @@ Step makeMove(Generator& g)
     return make("move", {double(g.heldButtons()), p.x, p.y});
 }
 
-void runMove(World& w, const Step& s) { mapMouseMove(w.editor, s.whole(0), {s.single(1), s.single(2)}); }
+void runMove(World& w, const Step& s)
+{
+    mapMouseMove(w.editor, s.whole(0), {s.single(1), s.single(2)});
+}
 
-Step makeRelease(Generator& g) { return make("release", {double(g.pressButton())}); }
+Step makeRelease(Generator& g)
+{
+    return make("release", {double(g.pressButton())});
+}
 
-void runRelease(World& w, const Step&) { mapMouseUp(w.editor); }
+void runRelease(World& w, const Step&)
+{
+    mapMouseUp(w.editor);
+}
 
 int keyCode(Generator& g)
 {
@@ -95,7 +107,10 @@ int keyCode(Generator& g)
                             Key::Y, 0});
 }
 
-int modifiers(Generator& g) { return g.rng.chance(0.6) ? 0 : g.rng.between(1, 7); }
+int modifiers(Generator& g)
+{
+    return g.rng.chance(0.6) ? 0 : g.rng.between(1, 7);
+}
 
 Step makeKeyDown(Generator& g)
 {
@@ -128,22 +143,37 @@ void runKeyDown(World& w, const Step& s)
         mapKeyDown(w.editor, s.whole(0), s.whole(1));
 }
 
-Step makeKeyUp(Generator& g) { return make("keyup", {double(keyCode(g)), double(modifiers(g))}); }
+Step makeKeyUp(Generator& g)
+{
+    return make("keyup", {double(keyCode(g)), double(modifiers(g))});
+}
 
-void runKeyUp(World& w, const Step& s) { mapKeyUp(w.editor, s.whole(0), s.whole(1)); }
+void runKeyUp(World& w, const Step& s)
+{
+    mapKeyUp(w.editor, s.whole(0), s.whole(1));
+}
 
 Step makeWheel(Generator& g)
 {
     return make("wheel", {double(g.rng.pick<int>({120, -120, 120, -120, 240, -1, 0, 2147483647, -2147483647}))});
 }
 
-void runWheel(World& w, const Step& s) { onMouseWheel(w.editor, s.whole(0)); }
+void runWheel(World& w, const Step& s)
+{
+    onMouseWheel(w.editor, s.whole(0));
+}
 
 // ---- the tool frame
 
-Step makeTool(Generator& g) { return make("tool", {double(g.rng.below(kToolCount))}); }
+Step makeTool(Generator& g)
+{
+    return make("tool", {double(g.rng.below(kToolCount))});
+}
 
-void runTool(World& w, const Step& s) { toolIconClicked(w.editor, ToolId(((s.whole(0) % kToolCount) + kToolCount) % kToolCount)); }
+void runTool(World& w, const Step& s)
+{
+    toolIconClicked(w.editor, ToolId(((s.whole(0) % kToolCount) + kToolCount) % kToolCount));
+}
 
 Step makeZoomStrip(Generator& g)
 {
@@ -151,22 +181,35 @@ Step makeZoomStrip(Generator& g)
     return make("zoom_strip", {double(g.rng.chance(0.8) ? kLeftButton : g.heldButtons()), x});
 }
 
-void runZoomStrip(World& w, const Step& s) { zoomStripMouseMove(w.editor.view, w.editor.doc, s.whole(0), s.single(1)); }
+void runZoomStrip(World& w, const Step& s)
+{
+    zoomStripMouseMove(w.editor.view, w.editor.doc, s.whole(0), s.single(1));
+}
 
-Step makeFit(Generator&) { return make("fit"); }
+Step makeFit(Generator&)
+{
+    return make("fit");
+}
 
-void runFit(World& w, const Step&) { fitContentToScreen(w.editor); }
+void runFit(World& w, const Step&)
+{
+    fitContentToScreen(w.editor);
+}
 
 // ---- the palette
 
 Step makeSwatch(Generator& g)
 {
     // The window hands the back and forward buttons over as no button (0).
-    return make("swatch", {double(g.rng.below(kPresetCount)),
-                           double(g.rng.pick<int>({kLeftButton, kLeftButton, kRightButton, kMiddleButton, 0}))});
+    return make("swatch",
+                {double(g.rng.below(kPresetCount)),
+                 double(g.rng.pick<int>({kLeftButton, kLeftButton, kRightButton, kMiddleButton, 0}))});
 }
 
-void runSwatch(World& w, const Step& s) { swatchPressed(w.editor, s.whole(0) % kPresetCount, s.whole(1)); }
+void runSwatch(World& w, const Step& s)
+{
+    swatchPressed(w.editor, s.whole(0) % kPresetCount, s.whole(1));
+}
 
 Step makeColourStrip(Generator& g)
 {
@@ -181,13 +224,25 @@ Step makeColourStrip(Generator& g)
     return make("colour_strip", {double(strip), double(g.heldButtons()), g.rng.range(-200, 1600)});
 }
 
-void runColourStrip(World& w, const Step& s) { stripMouseMove(w.editor, s.whole(0) % 3, s.whole(1), s.single(2)); }
+void runColourStrip(World& w, const Step& s)
+{
+    stripMouseMove(w.editor, s.whole(0) % 3, s.whole(1), s.single(2));
+}
 
-Step makeColourStripRelease(Generator&) { return make("colour_strip_release"); }
+Step makeColourStripRelease(Generator&)
+{
+    return make("colour_strip_release");
+}
 
-void runColourStripRelease(World& w, const Step&) { stripReleased(w.editor); }
+void runColourStripRelease(World& w, const Step&)
+{
+    stripReleased(w.editor);
+}
 
-Step makeColourTyped(Generator& g) { return make("colour_typed", {double(g.rng.below(3))}, {g.typedNumber()}); }
+Step makeColourTyped(Generator& g)
+{
+    return make("colour_typed", {double(g.rng.below(3))}, {g.typedNumber()});
+}
 
 void runColourTyped(World& w, const Step& s)
 {
@@ -195,9 +250,15 @@ void runColourTyped(World& w, const Step& s)
     stripDoubleClicked(w.editor, s.whole(0) % 3);
 }
 
-Step makeBackgroundSwatch(Generator&) { return make("background_swatch"); }
+Step makeBackgroundSwatch(Generator&)
+{
+    return make("background_swatch");
+}
 
-void runBackgroundSwatch(World& w, const Step&) { backgroundSwatchClicked(w.editor); }
+void runBackgroundSwatch(World& w, const Step&)
+{
+    backgroundSwatchClicked(w.editor);
+}
 
 // ---- the option frame's switches
 
@@ -211,31 +272,55 @@ Step makeToggle(const char* kind, Generator& g, bool current, bool usual, int in
     return make(kind, {double(index), double(!current)});
 }
 
-Step makeUnderlayButton(Generator& g) { return make("underlay_button", {double(g.rng.below(3))}); }
-void runUnderlayButton(World& w, const Step& s) { backgroundButtonClicked(w.editor, s.whole(0) % 3); }
+Step makeUnderlayButton(Generator& g)
+{
+    return make("underlay_button", {double(g.rng.below(3))});
+}
+void runUnderlayButton(World& w, const Step& s)
+{
+    backgroundButtonClicked(w.editor, s.whole(0) % 3);
+}
 
-Step makeAspect(Generator& g) { return makeToggle("aspect", g, g.world().editor.underlay.aspectChecked, true); }
-void runAspect(World& w, const Step& s) { chkAspectClicked(w.editor, s.whole(1) != 0); }
+Step makeAspect(Generator& g)
+{
+    return makeToggle("aspect", g, g.world().editor.underlay.aspectChecked, true);
+}
+void runAspect(World& w, const Step& s)
+{
+    chkAspectClicked(w.editor, s.whole(1) != 0);
+}
 
-Step makeInvert(Generator& g) { return makeToggle("invert", g, g.world().editor.display.invertChecked, true); }
+Step makeInvert(Generator& g)
+{
+    return makeToggle("invert", g, g.world().editor.display.invertChecked, true);
+}
 void runInvert(World& w, const Step& s)
 {
     chkInvertClicked(w.editor, s.whole(1) != 0);
 }
 
-Step makeShowLabels(Generator& g) { return makeToggle("show_labels", g, g.world().editor.display.labelsChecked, true); }
+Step makeShowLabels(Generator& g)
+{
+    return makeToggle("show_labels", g, g.world().editor.display.labelsChecked, true);
+}
 void runShowLabels(World& w, const Step& s)
 {
     chkLabelsClicked(w.editor, s.whole(1) != 0);
 }
 
-Step makeShowLines(Generator& g) { return makeToggle("show_lines", g, g.world().editor.display.linesChecked, true); }
+Step makeShowLines(Generator& g)
+{
+    return makeToggle("show_lines", g, g.world().editor.display.linesChecked, true);
+}
 void runShowLines(World& w, const Step& s)
 {
     chkLinesClicked(w.editor, s.whole(1) != 0);
 }
 
-Step makeFlash(Generator& g) { return makeToggle("flash", g, g.world().editor.display.flashChecked, true); }
+Step makeFlash(Generator& g)
+{
+    return makeToggle("flash", g, g.world().editor.display.flashChecked, true);
+}
 void runFlash(World& w, const Step& s)
 {
     chkFlashClicked(w.editor, s.whole(1) != 0);
@@ -253,29 +338,47 @@ void runLayerCheck(World& w, const Step& s)
     layerCheckClicked(w.editor, n, s.whole(1) != 0);
 }
 
-Step makeLayerMarker(Generator& g) { return make("layer_marker", {double(g.rng.below(kLayerCount))}); }
-void runLayerMarker(World& w, const Step& s) { activeMarkerClicked(w.editor, layerOf(s, 0)); }
+Step makeLayerMarker(Generator& g)
+{
+    return make("layer_marker", {double(g.rng.below(kLayerCount))});
+}
+void runLayerMarker(World& w, const Step& s)
+{
+    activeMarkerClicked(w.editor, layerOf(s, 0));
+}
 
-Step makeHeightCheck(Generator& g) { return makeToggle("height_check", g, g.world().editor.display.heightChecked, false); }
+Step makeHeightCheck(Generator& g)
+{
+    return makeToggle("height_check", g, g.world().editor.display.heightChecked, false);
+}
 void runHeightCheck(World& w, const Step& s)
 {
     chkHeightClicked(w.editor, s.whole(1) != 0);
 }
 
-Step makeHeightRange(Generator& g) { return make("height_range", {}, {g.typedNumber()}); }
+Step makeHeightRange(Generator& g)
+{
+    return make("height_range", {}, {g.typedNumber()});
+}
 void runHeightRange(World& w, const Step& s)
 {
     answerWith(w, s);
     chkHeightMouseDown(w.editor, kRightButton);
 }
 
-Step makeStereo(Generator& g) { return makeToggle("stereo", g, g.world().editor.display.stereoChecked, false); }
+Step makeStereo(Generator& g)
+{
+    return makeToggle("stereo", g, g.world().editor.display.stereoChecked, false);
+}
 void runStereo(World& w, const Step& s)
 {
     chkStereoClicked(w.editor, s.whole(1) != 0);
 }
 
-Step makeStereoSlider(Generator& g) { return make("stereo_slider", {double(g.rng.below(3)), double(g.rng.between(0, 255))}); }
+Step makeStereoSlider(Generator& g)
+{
+    return make("stereo_slider", {double(g.rng.below(3)), double(g.rng.between(0, 255))});
+}
 void runStereoSlider(World& w, const Step& s)
 {
     stereoSliderMoved(w.editor, StereoSlider((s.whole(0) % 3 + 3) % 3), s.whole(1));
@@ -283,7 +386,10 @@ void runStereoSlider(World& w, const Step& s)
 
 // ---- the caption box
 
-Step makeCaptionEnter(Generator& g) { return make("caption_enter", {}, {g.caption()}); }
+Step makeCaptionEnter(Generator& g)
+{
+    return make("caption_enter", {}, {g.caption()});
+}
 void runCaptionEnter(World& w, const Step& s)
 {
     // Enter reaches the box only while it is shown.
@@ -291,7 +397,10 @@ void runCaptionEnter(World& w, const Step& s)
         captionEntered(w.editor, s.text(0));
 }
 
-Step makeCaptionEscape(Generator&) { return make("caption_escape"); }
+Step makeCaptionEscape(Generator&)
+{
+    return make("caption_escape");
+}
 void runCaptionEscape(World& w, const Step&)
 {
     if (w.editor.tools.label().captionBox().visible)
@@ -332,9 +441,15 @@ Step makeIntersect(Generator& g)
     g.plan(make("intersect"));
     return make("tool", {double(ToolId::Pointer)});
 }
-void runIntersect(World& w, const Step&) { plotIntersection(w.editor.toolContext()); }
+void runIntersect(World& w, const Step&)
+{
+    plotIntersection(w.editor.toolContext());
+}
 
-Step makeFindLabel(Generator& g) { return make("find_label", {}, {g.keyword()}); }
+Step makeFindLabel(Generator& g)
+{
+    return make("find_label", {}, {g.keyword()});
+}
 void runFindLabel(World& w, const Step& s)
 {
     answerWith(w, s);
@@ -343,12 +458,16 @@ void runFindLabel(World& w, const Step& s)
 
 // The progress report of a load at which the window's end timer fires, as it
 // does when the window was closed just before; mostly none.
-double endReport(Generator& g) { return g.rng.chance(0.03) ? g.rng.between(1, 2) : 0; }
+double endReport(Generator& g)
+{
+    return g.rng.chance(0.03) ? g.rng.between(1, 2) : 0;
+}
 
 Step makeLoad(Generator& g)
 {
     // A long load may be cancelled at one of its progress reports.
-    return make("load", {double(g.rng.below(kLayerCount)), double(g.rng.chance(0.1) ? g.rng.between(1, 3) : 0), endReport(g)},
+    return make("load",
+                {double(g.rng.below(kLayerCount)), double(g.rng.chance(0.1) ? g.rng.between(1, 3) : 0), endReport(g)},
                 {g.mapRecipe()});
 }
 void runLoad(World& w, const Step& s)
@@ -382,15 +501,24 @@ void runDrop(World& w, const Step& s)
     w.endAt = 0;
 }
 
-Step makeUnderlayOpen(Generator& g) { return make("underlay_open", {}, {g.pictureRecipe()}); }
+Step makeUnderlayOpen(Generator& g)
+{
+    return make("underlay_open", {}, {g.pictureRecipe()});
+}
 void runUnderlayOpen(World& w, const Step& s)
 {
     answerWith(w, s);
     openUnderlayFromMenu(w.editor);
 }
 
-Step makeUnderlayClose(Generator&) { return make("underlay_close"); }
-void runUnderlayClose(World& w, const Step&) { closeUnderlay(w.editor); }
+Step makeUnderlayClose(Generator&)
+{
+    return make("underlay_close");
+}
+void runUnderlayClose(World& w, const Step&)
+{
+    closeUnderlay(w.editor);
+}
 
 Step makeSave(Generator& g)
 {
@@ -405,14 +533,32 @@ void runSave(World& w, const Step& s)
     saveAllLayers(w.editor);
 }
 
-Step makeCloseAll(Generator&) { return make("close_all"); }
-void runCloseAll(World& w, const Step&) { closeAllLayers(w.editor); }
+Step makeCloseAll(Generator&)
+{
+    return make("close_all");
+}
+void runCloseAll(World& w, const Step&)
+{
+    closeAllLayers(w.editor);
+}
 
-Step makeAbout(Generator&) { return make("about"); }
-void runAbout(World& w, const Step&) { showAbout(w.editor.services.dialogs); }
+Step makeAbout(Generator&)
+{
+    return make("about");
+}
+void runAbout(World& w, const Step&)
+{
+    showAbout(w.editor.services.dialogs);
+}
 
-Step makeReadme(Generator&) { return make("readme"); }
-void runReadme(World& w, const Step&) { showReadme(w.editor.services.launcher, w.editor.services.dialogs); }
+Step makeReadme(Generator&)
+{
+    return make("readme");
+}
+void runReadme(World& w, const Step&)
+{
+    showReadme(w.editor.services.launcher, w.editor.services.dialogs);
+}
 
 Step makeExit(Generator& g)
 {
@@ -432,7 +578,10 @@ void runExit(World& w, const Step&)
 
 // ---- the window
 
-Step makeFrame(Generator& g) { return make("frame", {double(g.rng.between(1, 3))}); }
+Step makeFrame(Generator& g)
+{
+    return make("frame", {double(g.rng.between(1, 3))});
+}
 void runFrame(World& w, const Step& s)
 {
     for (int i = std::clamp(s.whole(0), 1, 10); i > 0; --i) {
@@ -446,10 +595,15 @@ void runFrame(World& w, const Step& s)
 Step makeResize(Generator& g)
 {
     // The window's outer size in twips, down to far too small for the panels.
-    const auto side = [&g](double usual) { return g.rng.chance(0.8) ? g.rng.range(3000, usual) : g.rng.range(0, 3000); };
+    const auto side = [&g](double usual) {
+        return g.rng.chance(0.8) ? g.rng.range(3000, usual) : g.rng.range(0, 3000);
+    };
     return make("resize", {side(30000), side(18000)});
 }
-void runResize(World& w, const Step& s) { layoutWindow(w.editor.view, w.editor.shell, w.editor.services.surface, s.single(0), s.single(1)); }
+void runResize(World& w, const Step& s)
+{
+    layoutWindow(w.editor.view, w.editor.shell, w.editor.services.surface, s.single(0), s.single(1));
+}
 
 Step makeChangedElsewhere(Generator& g)
 {
@@ -542,11 +696,15 @@ void runStart(World& w, const Step& s)
 void startProgram(World& world, QSizeF window)
 {
     startUp(world.editor);
-    layoutWindow(world.editor.view, world.editor.shell, world.editor.services.surface, float(window.width()), float(window.height()));
+    layoutWindow(world.editor.view, world.editor.shell, world.editor.services.surface, float(window.width()),
+                 float(window.height()));
     finishStartUp(world.editor);
 }
 
-const std::vector<StepKind>& stepKinds() { return kKinds; }
+const std::vector<StepKind>& stepKinds()
+{
+    return kKinds;
+}
 
 const StepKind* findStepKind(std::string_view name)
 {
@@ -560,11 +718,11 @@ Step startStep(Generator& g)
 {
     Step step = make("start", {g.rng.range(6000, 30000), g.rng.range(5000, 18000)});
     for (int i = 0; i < kPresetCount; ++i) {
-        step.texts.push_back(g.rng.chance(0.7)
-                                 ? QStringLiteral("%1,%2,%3").arg(g.rng.below(256)).arg(g.rng.below(256)).arg(g.rng.below(256))
-                                 : g.rng.pick<QString>({QString(), QStringLiteral("255,0"), QStringLiteral("300,-1,x"),
-                                                        QStringLiteral("1e9,nan,2.5"), QStringLiteral(",,,,"),
-                                                        g.typedNumber()}));
+        step.texts.push_back(
+            g.rng.chance(0.7)
+                ? QStringLiteral("%1,%2,%3").arg(g.rng.below(256)).arg(g.rng.below(256)).arg(g.rng.below(256))
+                : g.rng.pick<QString>({QString(), QStringLiteral("255,0"), QStringLiteral("300,-1,x"),
+                                       QStringLiteral("1e9,nan,2.5"), QStringLiteral(",,,,"), g.typedNumber()}));
     }
     return step;
 }

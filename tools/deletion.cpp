@@ -1,6 +1,5 @@
 #include "tools/deletion.h"
 
-
 namespace plotwell {
 
 namespace {

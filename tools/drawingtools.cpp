@@ -16,7 +16,7 @@ void appendLine(const ToolContext& context, const MapPoint& a, const MapPoint& b
     std::int16_t layer = 0;
     // The text holds every field and valid colour bytes, so it always converts.
     context.doc.addLine(lineRecordText(a, b, context.view.currentZ, context.activeColor), layer,
-                       context.view.currentScale);
+                        context.view.currentScale);
 }
 
 // With each end at its own height: a snapped end keeps the height of the end
@@ -152,7 +152,7 @@ void LabelTool::commitCaption(const ToolContext& context, const QString& typed)
     std::int16_t layer = 0;
     const AppendMark mark = appendMark(context.doc);
     context.doc.addLabel(labelRecordText(at, context.view.currentZ, context.activeColor, bytes), layer,
-                        context.view.currentScale);
+                         context.view.currentScale);
     context.history.recordAppended(mark, QStringLiteral("Label"));
 }
 

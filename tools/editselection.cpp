@@ -79,16 +79,16 @@ namespace {
 QString sizeName(std::int16_t size)
 {
     switch (size) {
-    case 0:
-        return QStringLiteral("0 (smallest)");
-    case 1:
-        return QStringLiteral("1 (small)");
-    case 2:
-        return QStringLiteral("2 (medium)");
-    case 3:
-        return QStringLiteral("3 (large)");
-    default:
-        return QStringLiteral("%1 (as read)").arg(size);
+        case 0:
+            return QStringLiteral("0 (smallest)");
+        case 1:
+            return QStringLiteral("1 (small)");
+        case 2:
+            return QStringLiteral("2 (medium)");
+        case 3:
+            return QStringLiteral("3 (large)");
+        default:
+            return QStringLiteral("%1 (as read)").arg(size);
     }
 }
 

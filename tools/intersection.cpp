@@ -62,15 +62,15 @@ void plotIntersection(const ToolContext& context)
         const MapPoint& from = pointDistance(line->p1, at) < pointDistance(line->p2, at) ? line->p1 : line->p2;
         std::int16_t layer = 0;
         context.doc.addLine(lineRecordText(from, at, context.view.currentZ, context.activeColor), layer,
-                           context.view.currentScale);
+                            context.view.currentScale);
     }
     context.history.recordAppended(mark, QStringLiteral("Plot Intersection"));
 }
 
 void findLabels(const ToolContext& context)
 {
-    const QString answer = context.dialogs.prompt(QStringLiteral("Enter keyword to search for"), QString(),
-                                                          QStringLiteral("bank"));
+    const QString answer =
+        context.dialogs.prompt(QStringLiteral("Enter keyword to search for"), QString(), QStringLiteral("bank"));
     if (answer.isEmpty())
         return;
     // The text is searched as stored, with its blanks as underscores.

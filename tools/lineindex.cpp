@@ -89,7 +89,8 @@ void LineIndex::build(const MapDocument& doc)
     double extent = 0;
     for (const MapLine& line : lines) {
         const Box b = boxOf(line);
-        extent += std::min(std::max(b.maxX - b.minX, b.maxY - b.minY), world.maxX - world.minX + world.maxY - world.minY);
+        extent +=
+            std::min(std::max(b.maxX - b.minX, b.maxY - b.minY), world.maxX - world.minX + world.maxY - world.minY);
     }
     const double width = std::max(world.maxX - world.minX, 1.0);
     const double height = std::max(world.maxY - world.minY, 1.0);

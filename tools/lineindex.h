@@ -21,8 +21,7 @@ public:
     // Calls visit(index) once for every line that can be hit at the world
     // point (x, y); every other line certainly is not. No line can be hit at
     // a point that is not finite.
-    template<typename Visit>
-    void forCandidates(const MapDocument& doc, float x, float y, Visit&& visit)
+    template <typename Visit> void forCandidates(const MapDocument& doc, float x, float y, Visit&& visit)
     {
         if (!std::isfinite(x) || !std::isfinite(y))
             return;
@@ -44,8 +43,7 @@ public:
 
     // Calls visit(index) for every line with an end within r world units of
     // (x, y), and for some others; a line may be visited more than once.
-    template<typename Visit>
-    void forCandidatesNear(const MapDocument& doc, float x, float y, float r, Visit&& visit)
+    template <typename Visit> void forCandidatesNear(const MapDocument& doc, float x, float y, float r, Visit&& visit)
     {
         if (!std::isfinite(x) || !std::isfinite(y) || !std::isfinite(r))
             return;
@@ -83,12 +81,15 @@ private:
     void build(const MapDocument& doc);
     int cellColumn(double x) const;
     int cellRow(double y) const;
-    std::size_t cellIndex(int column, int row) const { return std::size_t(row) * std::size_t(m_columns) + std::size_t(column); }
+    std::size_t cellIndex(int column, int row) const
+    {
+        return std::size_t(row) * std::size_t(m_columns) + std::size_t(column);
+    }
 
     bool m_gridded = false;
-    std::size_t m_indexed = 0;       // lines [0, m_indexed) are in the grid or the wide list
-    std::uint64_t m_removals = 0;    // the document's removals when the grid was built
-    std::uint64_t m_placements = 0;  // and its placements
+    std::size_t m_indexed = 0; // lines [0, m_indexed) are in the grid or the wide list
+    std::uint64_t m_removals = 0; // the document's removals when the grid was built
+    std::uint64_t m_placements = 0; // and its placements
     double m_minX = 0;
     double m_minY = 0;
     double m_cell = 1;

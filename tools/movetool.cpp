@@ -11,8 +11,8 @@ namespace plotwell {
 TakenPoint takePoint(const ToolContext& context, SurfacePoint p, bool skipSelected)
 {
     if (context.state.snapToEnds) {
-        if (const auto end = nearestLineEnd(context.doc, context.selection.lineIndex(), context.view,
-                                            context.display, p, skipSelected))
+        if (const auto end = nearestLineEnd(context.doc, context.selection.lineIndex(), context.view, context.display,
+                                            p, skipSelected))
             return {*end, true};
     }
     return {toWorld(context.view, p), false};

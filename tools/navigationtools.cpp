@@ -19,7 +19,10 @@ void clickSelect(const ToolContext& context, SurfacePoint p)
 
 } // namespace
 
-void PointerTool::press(const ToolContext& context, SurfacePoint p) { clickSelect(context, p); }
+void PointerTool::press(const ToolContext& context, SurfacePoint p)
+{
+    clickSelect(context, p);
+}
 
 void PointerTool::move(const ToolContext& context, int buttons, SurfacePoint p)
 {
@@ -28,7 +31,10 @@ void PointerTool::move(const ToolContext& context, int buttons, SurfacePoint p)
         context.selection.hitTestAt(context.doc, context.view, context.display, p.x, p.y, context.view.currentZ, false);
 }
 
-void SelectTool::press(const ToolContext& context, SurfacePoint p) { clickSelect(context, p); }
+void SelectTool::press(const ToolContext& context, SurfacePoint p)
+{
+    clickSelect(context, p);
+}
 
 void SelectTool::move(const ToolContext& context, int buttons, SurfacePoint p)
 {
@@ -46,7 +52,10 @@ void SelectTool::release(const ToolContext& context)
     box.visible = false;
 }
 
-void PanTool::press(const ToolContext&, SurfacePoint p) { m_anchor = p; }
+void PanTool::press(const ToolContext&, SurfacePoint p)
+{
+    m_anchor = p;
+}
 
 void PanTool::move(const ToolContext& context, int buttons, SurfacePoint p)
 {

@@ -7,11 +7,17 @@ namespace plotwell {
 namespace {
 
 // |v| rounded to single precision, as every difference is before it is compared.
-float singleAbs(double v) { return float(std::fabs(v)); }
+float singleAbs(double v)
+{
+    return float(std::fabs(v));
+}
 
 // v lies between a and b: strictly ordered ends, both included; when a = b
 // nothing lies between them.
-bool between(float v, float a, float b) { return (a < b && a <= v && v <= b) || (b < a && b <= v && v <= a); }
+bool between(float v, float a, float b)
+{
+    return (a < b && a <= v && v <= b) || (b < a && b <= v && v <= a);
+}
 
 bool inBox(const MapPoint& p, const MapPoint& a, const MapPoint& b)
 {
@@ -43,8 +49,8 @@ bool lineHitAt(const MapLine& line, float x, float y)
     return singleAbs(n - m) < t;
 }
 
-bool Selection::hitTestAt(MapDocument& doc, const View& view, const DisplayOptions& display, float x, float y,
-                          float z, bool toggle)
+bool Selection::hitTestAt(MapDocument& doc, const View& view, const DisplayOptions& display, float x, float y, float z,
+                          bool toggle)
 {
     const MapPoint p = toWorld(view, x, y);
     bool found = false;

@@ -2,8 +2,8 @@
 
 #include "document/colorrgb.h"
 #include "document/mapdocument.h"
-#include "view/displayoptions.h"
 #include "tools/lineindex.h"
+#include "view/displayoptions.h"
 #include "view/view.h"
 
 namespace plotwell {

@@ -10,7 +10,7 @@ namespace plotwell {
 // The eight tools, by their icon's index in the palette.
 enum class ToolId : std::int16_t { Pointer = 0, Pan, Select, Line, Freehand, Label, Crosshair, Move };
 constexpr int kToolCount = 8;
-constexpr ToolId kAllTools[kToolCount] = {ToolId::Pointer, ToolId::Pan,   ToolId::Select,    ToolId::Line,
+constexpr ToolId kAllTools[kToolCount] = {ToolId::Pointer,  ToolId::Pan,   ToolId::Select,    ToolId::Line,
                                           ToolId::Freehand, ToolId::Label, ToolId::Crosshair, ToolId::Move};
 
 // One editing tool. The dispatcher applies the rules common to all tools

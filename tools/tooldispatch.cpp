@@ -8,22 +8,22 @@ namespace plotwell {
 Tool& ToolDispatcher::tool(ToolId id)
 {
     switch (id) {
-    case ToolId::Pointer:
-        return m_pointer;
-    case ToolId::Pan:
-        return m_pan;
-    case ToolId::Select:
-        return m_select;
-    case ToolId::Line:
-        return m_line;
-    case ToolId::Freehand:
-        return m_freehand;
-    case ToolId::Label:
-        return m_label;
-    case ToolId::Crosshair:
-        return m_crosshair;
-    case ToolId::Move:
-        break;
+        case ToolId::Pointer:
+            return m_pointer;
+        case ToolId::Pan:
+            return m_pan;
+        case ToolId::Select:
+            return m_select;
+        case ToolId::Line:
+            return m_line;
+        case ToolId::Freehand:
+            return m_freehand;
+        case ToolId::Label:
+            return m_label;
+        case ToolId::Crosshair:
+            return m_crosshair;
+        case ToolId::Move:
+            break;
     }
     return m_move;
 }

@@ -18,19 +18,19 @@ struct DisplayOptions {
     std::int16_t flashLevel = 255;
     bool flashRising = false;
 
-    bool linesChecked = true;   // chkLines
-    bool labelsChecked = true;  // chkLabels
+    bool linesChecked = true; // chkLines
+    bool labelsChecked = true; // chkLabels
     bool heightChecked = false; // chkHeight
-    bool invertChecked = true;  // chkInvert
-    bool flashChecked = true;   // chkFlash
+    bool invertChecked = true; // chkInvert
+    bool flashChecked = true; // chkFlash
     bool stereoChecked = false; // chkStereo
     // The layers' check boxes: a layer is shown while its box is checked.
     // At first only the base layer is.
     std::array<bool, kLayerCount> layerChecked{true, false, false, false};
 
     // The stereo sliders' values, read while each record is drawn.
-    std::int16_t stereo = 30;    // sldStereo, 0..100
-    std::int16_t stereoZ = 40;   // sldStereoZ, 0..100
+    std::int16_t stereo = 30; // sldStereo, 0..100
+    std::int16_t stereoZ = 40; // sldStereoZ, 0..100
     std::int16_t brightness = 0; // sldBrightness, 0..255
 };
 

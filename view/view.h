@@ -20,7 +20,7 @@ struct ZoomStrip {
     static constexpr float kWidth = 3615;
     static constexpr float kHeight = 255;
 
-    QString caption;      // "Scale: " and the scale
+    QString caption; // "Scale: " and the scale
     float markerX1 = 180; // X1 and X2 of lnScale
 };
 
@@ -41,7 +41,7 @@ struct View {
     float offsetY = 0;
     float currentZ = 0;
     SurfacePoint lastMousePoint; // last mouse position over the surface
-    SurfacePoint zoomAnchor;     // the zoom strip zooms about this point
+    SurfacePoint zoomAnchor; // the zoom strip zooms about this point
 
     // The drawing surface's size, twips.
     float mapWidth = 6795;
@@ -63,7 +63,10 @@ inline MapPoint toWorld(const View& v, float x, float y)
     p.y = dy / v.currentScale;
     return p;
 }
-inline MapPoint toWorld(const View& v, SurfacePoint s) { return toWorld(v, s.x, s.y); }
+inline MapPoint toWorld(const View& v, SurfacePoint s)
+{
+    return toWorld(v, s.x, s.y);
+}
 
 // The surface position of a point from its stored sx, sy; x, y, z are 0.
 inline MapPoint toSurfacePoint(const View& v, const MapPoint& p)

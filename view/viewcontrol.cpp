@@ -55,7 +55,10 @@ QString scaleText(float scale, char decimalSeparator)
     return QString::fromStdString(withDecimalSeparator(text, decimalSeparator));
 }
 
-QString singleCaption(float value) { return QString::fromStdString(singleToText(value)); }
+QString singleCaption(float value)
+{
+    return QString::fromStdString(singleToText(value));
+}
 
 void rescaleAll(View& view, MapDocument& doc)
 {
@@ -71,7 +74,10 @@ void resetView(View& view, MapDocument& doc)
     view.offsetY = 0;
 }
 
-void showLocation(View& view, float x, float y) { showWorldLocation(view, toWorld(view, x, y)); }
+void showLocation(View& view, float x, float y)
+{
+    showWorldLocation(view, toWorld(view, x, y));
+}
 
 void showWorldLocation(View& view, const MapPoint& world)
 {
@@ -82,9 +88,8 @@ void showWorldLocation(View& view, const MapPoint& world)
     view.readout.z = singleCaption(p.z);
     // The read-out gives the negated world y first, then the negated world x.
     const char sep = view.decimalSeparator;
-    view.readout.loc = QStringLiteral("Loc: ")
-        + QString::fromStdString(withDecimalSeparator(singleToText(-p.y), sep)) + QStringLiteral(" , ")
-        + QString::fromStdString(withDecimalSeparator(singleToText(-p.x), sep));
+    view.readout.loc = QStringLiteral("Loc: ") + QString::fromStdString(withDecimalSeparator(singleToText(-p.y), sep))
+        + QStringLiteral(" , ") + QString::fromStdString(withDecimalSeparator(singleToText(-p.x), sep));
 }
 
 } // namespace plotwell

@@ -34,32 +34,32 @@ void viewKeyDown(View& view, MapDocument& doc, int keyCode, int shift)
     const bool shiftAlone = shift == kShiftMask;
     const float step = shiftAlone ? 500 : 10;
     switch (keyCode) {
-    case Key::Left:
-        view.offsetX -= step;
-        break;
-    case Key::Right:
-        view.offsetX += step;
-        break;
-    case Key::Up:
-        view.offsetY -= step;
-        break;
-    case Key::Down:
-        view.offsetY += step;
-        break;
-    case Key::PadMinus:
-    case Key::Minus:
-        view.currentScale -= shiftAlone ? 0.1f : 0.01f;
-        if (view.currentScale < 0.01f)
-            view.currentScale = 0.01f;
-        rescaleAll(view, doc);
-        break;
-    case Key::PadPlus:
-    case Key::Plus:
-        view.currentScale += shiftAlone ? 0.1f : 0.01f;
-        rescaleAll(view, doc);
-        break;
-    default:
-        break;
+        case Key::Left:
+            view.offsetX -= step;
+            break;
+        case Key::Right:
+            view.offsetX += step;
+            break;
+        case Key::Up:
+            view.offsetY -= step;
+            break;
+        case Key::Down:
+            view.offsetY += step;
+            break;
+        case Key::PadMinus:
+        case Key::Minus:
+            view.currentScale -= shiftAlone ? 0.1f : 0.01f;
+            if (view.currentScale < 0.01f)
+                view.currentScale = 0.01f;
+            rescaleAll(view, doc);
+            break;
+        case Key::PadPlus:
+        case Key::Plus:
+            view.currentScale += shiftAlone ? 0.1f : 0.01f;
+            rescaleAll(view, doc);
+            break;
+        default:
+            break;
     }
 }
 

@@ -98,8 +98,8 @@ float fittingScale(const View& view, const MapDocument& doc)
     for (;;) {
         const MapPoint a = toWorld(trial, 0, 0);
         const MapPoint b = toWorld(trial, view.mapWidth, view.mapHeight);
-        const bool overflows = content
-            && (content->minX < a.x || content->maxX > b.x || content->minY < a.y || content->maxY > b.y);
+        const bool overflows =
+            content && (content->minX < a.x || content->maxX > b.x || content->minY < a.y || content->maxY > b.y);
         if (overflows)
             return clampScale(trial.currentScale - 0.5f);
         const float next = clampScale(trial.currentScale + 0.5f);

@@ -46,9 +46,15 @@ bool QtFileDialog::show(QFileDialog::AcceptMode mode)
     return true;
 }
 
-bool QtFileDialog::showOpen() { return show(QFileDialog::AcceptOpen); }
+bool QtFileDialog::showOpen()
+{
+    return show(QFileDialog::AcceptOpen);
+}
 
-bool QtFileDialog::showSave() { return show(QFileDialog::AcceptSave); }
+bool QtFileDialog::showSave()
+{
+    return show(QFileDialog::AcceptSave);
+}
 
 void QtProgress::begin(const QString& label)
 {
@@ -74,7 +80,10 @@ bool QtProgress::advance(qint64 done, qint64 total)
     return !m_dialog->wasCanceled();
 }
 
-void QtProgress::end() { m_dialog.reset(); }
+void QtProgress::end()
+{
+    m_dialog.reset();
+}
 
 void QtDialogs::message(const QString& text, const QString& title)
 {

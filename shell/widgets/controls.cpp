@@ -22,7 +22,8 @@ void ClickLabel::mousePressEvent(QMouseEvent* event)
 
 void ClickLabel::mouseReleaseEvent(QMouseEvent* event)
 {
-    const bool click = event->button() == Qt::LeftButton && m_leftPressed && rect().contains(event->position().toPoint());
+    const bool click =
+        event->button() == Qt::LeftButton && m_leftPressed && rect().contains(event->position().toPoint());
     if (event->button() == Qt::LeftButton)
         m_leftPressed = false;
     released(event->button());
@@ -35,10 +36,12 @@ void ClickLabel::mouseMoveEvent(QMouseEvent* event)
     moved(buttonSum(event->buttons()), twips(event->position().x()));
 }
 
-void ClickLabel::mouseDoubleClickEvent(QMouseEvent*) { doubleClicked(); }
+void ClickLabel::mouseDoubleClickEvent(QMouseEvent*)
+{
+    doubleClicked();
+}
 
-WrapCheckBox::WrapCheckBox(const QString& caption, QWidget* parent)
-    : QWidget(parent), m_box(new QCheckBox(this))
+WrapCheckBox::WrapCheckBox(const QString& caption, QWidget* parent) : QWidget(parent), m_box(new QCheckBox(this))
 {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

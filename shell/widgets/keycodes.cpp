@@ -9,34 +9,34 @@ int editorKeyCode(const QKeyEvent& event)
     const int key = event.key();
     const bool keypad = event.modifiers() & Qt::KeypadModifier;
     switch (key) {
-    case Qt::Key_Escape:
-        return Key::Escape;
-    case Qt::Key_Left:
-        return Key::Left;
-    case Qt::Key_Up:
-        return Key::Up;
-    case Qt::Key_Right:
-        return Key::Right;
-    case Qt::Key_Down:
-        return Key::Down;
-    case Qt::Key_Delete:
-        return Key::Delete;
-    case Qt::Key_Control:
-        return Key::Ctrl;
-    case Qt::Key_Alt:
-        return Key::Alt;
-    case Qt::Key_Shift:
-        return Key::Shift;
-    case Qt::Key_Plus:
-        return keypad ? Key::PadPlus : Key::Plus;
-    case Qt::Key_Equal:
-        return Key::Plus;
-    case Qt::Key_Minus:
-        return keypad ? Key::PadMinus : Key::Minus;
-    case Qt::Key_Underscore:
-        return Key::Minus;
-    default:
-        break;
+        case Qt::Key_Escape:
+            return Key::Escape;
+        case Qt::Key_Left:
+            return Key::Left;
+        case Qt::Key_Up:
+            return Key::Up;
+        case Qt::Key_Right:
+            return Key::Right;
+        case Qt::Key_Down:
+            return Key::Down;
+        case Qt::Key_Delete:
+            return Key::Delete;
+        case Qt::Key_Control:
+            return Key::Ctrl;
+        case Qt::Key_Alt:
+            return Key::Alt;
+        case Qt::Key_Shift:
+            return Key::Shift;
+        case Qt::Key_Plus:
+            return keypad ? Key::PadPlus : Key::Plus;
+        case Qt::Key_Equal:
+            return Key::Plus;
+        case Qt::Key_Minus:
+            return keypad ? Key::PadMinus : Key::Minus;
+        case Qt::Key_Underscore:
+            return Key::Minus;
+        default:
+            break;
     }
     if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9))
         return key;

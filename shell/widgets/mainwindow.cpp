@@ -29,7 +29,10 @@
 
 // The icons are compiled into this library; a static library's resources
 // must be registered by name, outside any namespace.
-static void registerResources() { Q_INIT_RESOURCE(resources); }
+static void registerResources()
+{
+    Q_INIT_RESOURCE(resources);
+}
 
 namespace plotwell {
 namespace {
@@ -55,7 +58,8 @@ void setCheckedQuietly(QCheckBox* box, bool checked)
 } // namespace
 
 MainWindow::MainWindow()
-    : m_editor(Services{m_surface, m_fileDialog, m_dialogs, m_settings, m_events, m_clipboard, m_launcher, m_progress, m_pictureDialog})
+    : m_editor(Services{m_surface, m_fileDialog, m_dialogs, m_settings, m_events, m_clipboard, m_launcher, m_progress,
+                        m_pictureDialog})
 {
     registerResources();
     m_editor.view.decimalSeparator = systemDecimalSeparator();
@@ -81,8 +85,8 @@ void MainWindow::useLayoutFont()
     // The controls were laid out for a narrow 8-point face: a sans-serif of
     // Arial's widths keeps every caption whole; else the platform's own.
     QFont font = this->font();
-    font.setFamilies({QStringLiteral("Arial"), QStringLiteral("Liberation Sans"), QStringLiteral("Helvetica"),
-                      font.family()});
+    font.setFamilies(
+        {QStringLiteral("Arial"), QStringLiteral("Liberation Sans"), QStringLiteral("Helvetica"), font.family()});
     font.setPointSizeF(8.25);
     setFont(font);
 }
@@ -117,10 +121,10 @@ void MainWindow::buildWindow()
     // The frames are opaque, so that in a narrow window the map does not
     // show through them, and their caption sits on their top border line.
     for (QGroupBox* frame : {m_controls.frmTools, m_controls.frmStuff}) {
-        frame->setStyleSheet(QStringLiteral(
-            "QGroupBox { border: 1px solid palette(mid); margin-top: 6px; background: palette(window); }"
-            "QGroupBox::title { subcontrol-origin: margin; left: 6px; padding: 0 2px; }"
-            "QCheckBox { spacing: 3px; }"));
+        frame->setStyleSheet(
+            QStringLiteral("QGroupBox { border: 1px solid palette(mid); margin-top: 6px; background: palette(window); }"
+                           "QGroupBox::title { subcontrol-origin: margin; left: 6px; padding: 0 2px; }"
+                           "QCheckBox { spacing: 3px; }"));
     }
     m_controls.panels->raise();
 }

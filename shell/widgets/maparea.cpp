@@ -40,14 +40,14 @@ QStringList localFiles(const QMimeData* data)
 int buttonCode(Qt::MouseButton button)
 {
     switch (button) {
-    case Qt::LeftButton:
-        return kLeftButton;
-    case Qt::RightButton:
-        return kRightButton;
-    case Qt::MiddleButton:
-        return kMiddleButton;
-    default:
-        return 0;
+        case Qt::LeftButton:
+            return kLeftButton;
+        case Qt::RightButton:
+            return kRightButton;
+        case Qt::MiddleButton:
+            return kMiddleButton;
+        default:
+            return 0;
     }
 }
 
@@ -248,8 +248,8 @@ void MapArea::syncOverlays()
     const SelectBox& box = m_editor.selection.box;
     if (box.visible) {
         m_selectBox->setGeometry(twipRect(box.left, box.top, box.width, box.height).adjusted(0, 0, 1, 1));
-        const QString style = QStringLiteral("border: 1px solid %1; background: transparent;")
-                                  .arg(toQColor(box.border).name());
+        const QString style =
+            QStringLiteral("border: 1px solid %1; background: transparent;").arg(toQColor(box.border).name());
         if (m_selectBox->styleSheet() != style)
             m_selectBox->setStyleSheet(style);
     }
@@ -268,7 +268,8 @@ void MapArea::syncOverlays()
     if (!caption.visible && m_caption->isVisible())
         m_caption->hide();
 
-    const Qt::CursorShape shape = m_editor.tools.state.mapCursor == MapCursor::Move ? Qt::SizeAllCursor : Qt::ArrowCursor;
+    const Qt::CursorShape shape =
+        m_editor.tools.state.mapCursor == MapCursor::Move ? Qt::SizeAllCursor : Qt::ArrowCursor;
     if (cursor().shape() != shape)
         setCursor(shape);
 }

@@ -7,9 +7,9 @@
 #include "editor/mapsaving.h"
 #include "editor/picturecommands.h"
 #include "editor/underlaycommands.h"
-#include "tools/intersection.h"
 #include "shell/widgets/keycodes.h"
 #include "shell/widgets/mainwindow.h"
+#include "tools/intersection.h"
 
 #include <QMenuBar>
 
@@ -24,7 +24,8 @@ void MainWindow::buildMenus()
         open->addAction(QString::fromLatin1(layerCaptions[n]), this,
                         [this, n] { handle([&] { loadLayerFromMenu(m_editor, std::int16_t(n)); }); });
     }
-    file->addAction(QStringLiteral("Open Underlay Image"), this, [this] { handle([&] { openUnderlayFromMenu(m_editor); }); });
+    file->addAction(QStringLiteral("Open Underlay Image"), this,
+                    [this] { handle([&] { openUnderlayFromMenu(m_editor); }); });
     m_controls.mnuRecover = file->addAction(QStringLiteral("Recover Unsaved Layers"), this,
                                             [this] { handle([&] { m_recovery.recover(m_editor); }); });
     file->addSeparator();
@@ -32,31 +33,35 @@ void MainWindow::buildMenus()
     file->addAction(QStringLiteral("Close Underlay Image"), this, [this] { handle([&] { closeUnderlay(m_editor); }); });
     file->addSeparator();
     file->addAction(QStringLiteral("Save all layers"), this, [this] { handle([&] { saveAllLayers(m_editor); }); });
-    file->addAction(QStringLiteral("Export Picture..."), this, [this] { handle([&] { exportPictureFromMenu(m_editor); }); });
+    file->addAction(QStringLiteral("Export Picture..."), this,
+                    [this] { handle([&] { exportPictureFromMenu(m_editor); }); });
     file->addSeparator();
     file->addAction(QStringLiteral("Exit"), this, [this] { requestClose(); });
 
     buildEditMenu();
 
     QMenu* tools = menuBar()->addMenu(QStringLiteral("Tools"));
-    tools->addAction(QStringLiteral("Plot Intersection"), this, [this] { handle([&] { plotIntersection(m_editor.toolContext()); }); });
-    tools->addAction(QStringLiteral("Find Label by Keyword"), this, [this] { handle([&] { findLabels(m_editor.toolContext()); }); });
+    tools->addAction(QStringLiteral("Plot Intersection"), this,
+                     [this] { handle([&] { plotIntersection(m_editor.toolContext()); }); });
+    tools->addAction(QStringLiteral("Find Label by Keyword"), this,
+                     [this] { handle([&] { findLabels(m_editor.toolContext()); }); });
     tools->addSeparator();
     // Checked while a log is followed; chosen then, it stops.
     m_controls.mnuFollowLog = tools->addAction(QStringLiteral("Follow Game Log..."), this,
                                                [this] { handle([&] { followGameLogFromMenu(m_editor); }); });
     m_controls.mnuFollowLog->setCheckable(true);
-    m_controls.mnuRecordPath = tools->addAction(QStringLiteral("Record Path"), this,
-                                                [this] { handle([&] { toggleRecordPath(m_editor); }); });
+    m_controls.mnuRecordPath =
+        tools->addAction(QStringLiteral("Record Path"), this, [this] { handle([&] { toggleRecordPath(m_editor); }); });
     m_controls.mnuRecordPath->setCheckable(true);
-    m_controls.mnuStopFollowing = tools->addAction(QStringLiteral("Stop Following"), this,
-                                                   [this] { handle([&] { stopFollowing(m_editor); }); });
+    m_controls.mnuStopFollowing =
+        tools->addAction(QStringLiteral("Stop Following"), this, [this] { handle([&] { stopFollowing(m_editor); }); });
     m_controls.mnuKeepPlayerInView = tools->addAction(QStringLiteral("Keep Player in View"), this,
                                                       [this] { handle([&] { toggleKeepPlayerInView(m_editor); }); });
     m_controls.mnuKeepPlayerInView->setCheckable(true);
 
     QMenu* help = menuBar()->addMenu(QStringLiteral("Help"));
-    help->addAction(QStringLiteral("Readme"), this, [this] { handle([&] { showReadme(m_editor.services.launcher, m_editor.services.dialogs); }); });
+    help->addAction(QStringLiteral("Readme"), this,
+                    [this] { handle([&] { showReadme(m_editor.services.launcher, m_editor.services.dialogs); }); });
     help->addAction(QStringLiteral("About"), this, [this] { handle([&] { showAbout(m_editor.services.dialogs); }); });
 }
 

@@ -69,15 +69,17 @@ void MainWindow::buildPaletteBlock(QWidget* frame)
         };
         c.lblColor[i] = swatch;
     }
-    c.lblColor[23]->setToolTip(QStringLiteral(
-        "Left click to select this color, right click to set this color to the current active color"));
+    c.lblColor[23]->setToolTip(
+        QStringLiteral("Left click to select this color, right click to set this color to the current active color"));
 
     struct Strip {
         ColorRGB back, text;
         const char* tooltip;
     };
     const Strip strips[3] = {
-        {{255, 0, 0}, {255, 255, 0}, "Drag left or right to change the amount of red.  Or double-click to type an exact value."},
+        {{255, 0, 0},
+         {255, 255, 0},
+         "Drag left or right to change the amount of red.  Or double-click to type an exact value."},
         {{0, 255, 0}, {0, 0, 0}, "Drag left or right to change the amount of green"},
         {{0, 0, 255}, {255, 255, 0}, "Drag left or right to change the amount of blue"},
     };
@@ -112,11 +114,13 @@ void MainWindow::buildBackgroundGroup(QWidget* frame)
         c.cmdBkg[i] = new QPushButton(QString::fromLatin1(captions[i]), frame);
         c.cmdBkg[i]->setGeometry(places[i]);
         c.cmdBkg[i]->setFocusPolicy(Qt::NoFocus);
-        connect(c.cmdBkg[i], &QPushButton::clicked, this, [this, i] { handle([&] { backgroundButtonClicked(m_editor, i); }); });
+        connect(c.cmdBkg[i], &QPushButton::clicked, this,
+                [this, i] { handle([&] { backgroundButtonClicked(m_editor, i); }); });
     }
     c.chkAspect = checkBox(frame, twipRect(1920, 1260, 1755, 255), QStringLiteral("Maintain Aspect"), true);
     // No handler of its own: each frame reads the box.
-    connect(c.chkAspect, &QCheckBox::clicked, this, [this](bool on) { handle([&] { chkAspectClicked(m_editor, on); }); });
+    connect(c.chkAspect, &QCheckBox::clicked, this,
+            [this](bool on) { handle([&] { chkAspectClicked(m_editor, on); }); });
 
     auto* invert = new WrapCheckBox(QStringLiteral("Invert colors if needed"), frame);
     invert->setGeometry(twipRect(2040, 1560, 1455, 375));
@@ -126,9 +130,8 @@ void MainWindow::buildBackgroundGroup(QWidget* frame)
         "colors."));
     c.chkInvert = invert->box();
     c.chkInvert->setChecked(true);
-    connect(c.chkInvert, &QCheckBox::clicked, this, [this](bool checked) {
-        handle([&] { chkInvertClicked(m_editor, checked); });
-    });
+    connect(c.chkInvert, &QCheckBox::clicked, this,
+            [this](bool checked) { handle([&] { chkInvertClicked(m_editor, checked); }); });
 
     plainLabel(frame, twipRect(2040, 1920, 1575, 255), QStringLiteral("Background Color:"));
     c.lblBkgColor = new ClickLabel(frame);
@@ -149,15 +152,10 @@ void MainWindow::buildShowBox(QWidget* frame)
     rule->setFrameStyle(QFrame::HLine | QFrame::Plain);
     rule->setGeometry(px(120), px(3120), px(1800) - px(120), 1);
     c.chkFlash = checkBox(frame, twipRect(120, 3180, 1755, 195), QStringLiteral("Flash selected items"), true);
-    connect(c.chkLabels, &QCheckBox::clicked, this, [this](bool on) {
-        handle([&] { chkLabelsClicked(m_editor, on); });
-    });
-    connect(c.chkLines, &QCheckBox::clicked, this, [this](bool on) {
-        handle([&] { chkLinesClicked(m_editor, on); });
-    });
-    connect(c.chkFlash, &QCheckBox::clicked, this, [this](bool on) {
-        handle([&] { chkFlashClicked(m_editor, on); });
-    });
+    connect(c.chkLabels, &QCheckBox::clicked, this,
+            [this](bool on) { handle([&] { chkLabelsClicked(m_editor, on); }); });
+    connect(c.chkLines, &QCheckBox::clicked, this, [this](bool on) { handle([&] { chkLinesClicked(m_editor, on); }); });
+    connect(c.chkFlash, &QCheckBox::clicked, this, [this](bool on) { handle([&] { chkFlashClicked(m_editor, on); }); });
 
     // Rows from the top: Layer 3, Layer 2, Layer 1, Base Layer.
     for (int n = 0; n < kLayerCount; ++n) {
@@ -170,9 +168,8 @@ void MainWindow::buildShowBox(QWidget* frame)
 
         auto* box = checkBox(frame, twipRect(360, top, 1560, 195), defaultLayerName(n), n == 0);
         box->setToolTip(QStringLiteral("Layer Visibility"));
-        connect(box, &QCheckBox::clicked, this, [this, n](bool on) {
-            handle([&] { layerCheckClicked(m_editor, n, on); });
-        });
+        connect(box, &QCheckBox::clicked, this,
+                [this, n](bool on) { handle([&] { layerCheckClicked(m_editor, n, on); }); });
         c.chkLayer[n] = box;
     }
 }
@@ -184,13 +181,11 @@ void MainWindow::buildHeightBox(QWidget* frame)
     c.chkHeight = checkBox(frame, twipRect(2040, 2760, 1335, 195), QStringLiteral("Height Filter"), false);
     c.chkHeight->setToolTip(QStringLiteral("Right click to set Z axis tollerance"));
     c.chkHeight->installEventFilter(this);
-    connect(c.chkHeight, &QCheckBox::clicked, this, [this](bool on) {
-        handle([&] { chkHeightClicked(m_editor, on); });
-    });
+    connect(c.chkHeight, &QCheckBox::clicked, this,
+            [this](bool on) { handle([&] { chkHeightClicked(m_editor, on); }); });
     c.chkStereo = checkBox(frame, twipRect(2040, 2940, 1695, 255), QStringLiteral("Stereoscopic Mode"), false);
-    connect(c.chkStereo, &QCheckBox::clicked, this, [this](bool on) {
-        handle([&] { chkStereoClicked(m_editor, on); });
-    });
+    connect(c.chkStereo, &QCheckBox::clicked, this,
+            [this](bool on) { handle([&] { chkStereoClicked(m_editor, on); }); });
     plainLabel(frame, twipRect(2100, 3240, 1515, 255), QStringLiteral("Stereo Seperation:"));
     c.sldStereo = slider(frame, twipRect(2040, 3480, 1695, 195), 100, 30,
                          QStringLiteral("Overall stereo seperation regardless of Z-level"));
@@ -199,9 +194,12 @@ void MainWindow::buildHeightBox(QWidget* frame)
     plainLabel(frame, twipRect(2100, 3960, 1515, 255), QStringLiteral("Brightness:"));
     c.sldBrightness = slider(frame, twipRect(2040, 4200, 1695, 195), 255, 0, QStringLiteral("Brightness"));
     // The sliders have no handlers of their own: each frame reads their values.
-    connect(c.sldStereo, &QSlider::valueChanged, this, [this](int v) { stereoSliderMoved(m_editor, StereoSlider::Separation, v); });
-    connect(c.sldStereoZ, &QSlider::valueChanged, this, [this](int v) { stereoSliderMoved(m_editor, StereoSlider::SeparationByHeight, v); });
-    connect(c.sldBrightness, &QSlider::valueChanged, this, [this](int v) { stereoSliderMoved(m_editor, StereoSlider::Brightness, v); });
+    connect(c.sldStereo, &QSlider::valueChanged, this,
+            [this](int v) { stereoSliderMoved(m_editor, StereoSlider::Separation, v); });
+    connect(c.sldStereoZ, &QSlider::valueChanged, this,
+            [this](int v) { stereoSliderMoved(m_editor, StereoSlider::SeparationByHeight, v); });
+    connect(c.sldBrightness, &QSlider::valueChanged, this,
+            [this](int v) { stereoSliderMoved(m_editor, StereoSlider::Brightness, v); });
 }
 
 void MainWindow::buildReadout(QWidget* frame)

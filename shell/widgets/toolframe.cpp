@@ -44,8 +44,8 @@ void MainWindow::buildToolFrame()
         c.imgTool[n] = icon;
     }
 
-    auto* back = borderedLabel(c.frmTools, twipRect(ZoomStrip::kLeft, ZoomStrip::kTop, ZoomStrip::kWidth,
-                                                    ZoomStrip::kHeight));
+    auto* back =
+        borderedLabel(c.frmTools, twipRect(ZoomStrip::kLeft, ZoomStrip::kTop, ZoomStrip::kWidth, ZoomStrip::kHeight));
     back->setAutoFillBackground(true);
     back->setBackgroundRole(QPalette::Base);
 

@@ -36,27 +36,33 @@ protected:
     QTemporaryDir dir;
 
     QString path(const char* name) const { return QDir::toNativeSeparators(dir.filePath(QLatin1String(name))); }
-    QString write(const char* name, const QByteArray& bytes) const { return plotwell::test::writeBytes(path(name), bytes); }
+    QString write(const char* name, const QByteArray& bytes) const
+    {
+        return plotwell::test::writeBytes(path(name), bytes);
+    }
     static QByteArray read(const QString& name) { return plotwell::test::fileBytes(name); }
 };
 
 // Blanks after commas, LF and lone CR line ends, skipped lines, labels before lines.
-const QByteArray kGoodMap = "P 1, 2, 3,  0, 0, 255,  2,  Camp Fire\n"
-                            "L 10.5, -20, 0,  30, 40, 0,  255, 0, 0\r"
-                            "l 1,2,3,4,5,6,7,8,9\r\n"
-                            "\n"
-                            "L 1.23456789,2e8,-0,0.00001,5,6,7,8,9,extra\r\n";
+const QByteArray kGoodMap =
+    "P 1, 2, 3,  0, 0, 255,  2,  Camp Fire\n"
+    "L 10.5, -20, 0,  30, 40, 0,  255, 0, 0\r"
+    "l 1,2,3,4,5,6,7,8,9\r\n"
+    "\n"
+    "L 1.23456789,2e8,-0,0.00001,5,6,7,8,9,extra\r\n";
 
 TEST_F(PlotwellMap, CheckReportsEachFileAndWhereItStopped)
 {
     const QString good = write("good.txt", kGoodMap);
-    const QString bad = write("bad.txt", "L 1,2,3,4,5,6,7,8,9\r\n\r\nP 1,2,3,4,5,6,7,x\r\nL 1,2,x,4,5,6,7,8,9\r\nL 1\r\n");
+    const QString bad =
+        write("bad.txt", "L 1,2,3,4,5,6,7,8,9\r\n\r\nP 1,2,3,4,5,6,7,x\r\nL 1,2,x,4,5,6,7,8,9\r\nL 1\r\n");
     EXPECT_EQ(plotwellMap({"check", good}).status, 0);
     const ToolRun all = plotwellMap({"check", good, bad});
     EXPECT_EQ(all.status, 1);
-    EXPECT_EQ(all.out, (good + ": 2 lines, 1 labels\n" + bad
-                        + ": 1 lines, 1 labels, stopped at line 4: third field is not a single-precision number\n")
-                           .toLocal8Bit());
+    EXPECT_EQ(all.out,
+              (good + ": 2 lines, 1 labels\n" + bad
+               + ": 1 lines, 1 labels, stopped at line 4: third field is not a single-precision number\n")
+                  .toLocal8Bit());
 }
 
 TEST_F(PlotwellMap, NormalizeWritesTheFileAsTheEditorSavesIt)
@@ -101,37 +107,40 @@ TEST_F(PlotwellMap, NormalizeFailsWhenItCannotReadAllOrWrite)
 
 TEST_F(PlotwellMap, StatsGivesRangesAndColoursPerFileAndForAllTogether)
 {
-    const QString zone = write("zone.txt", "L -10.5,20,0,30.25,40,-7,0,0,255\r\n"
-                                           "L 1,2,3,4,5,6,255,0,0\r\n"
-                                           "P 1e5,2,1.5e-05,255,0,0,2,Camp\r\n");
+    const QString zone = write("zone.txt",
+                               "L -10.5,20,0,30.25,40,-7,0,0,255\r\n"
+                               "L 1,2,3,4,5,6,255,0,0\r\n"
+                               "P 1e5,2,1.5e-05,255,0,0,2,Camp\r\n");
     const QString empty = write("zone_1.txt", "# nothing here\r\n");
     const QString two = write("zone_2.txt", "P -3,-4,-5,255,0,0,1,Bank\nP 0,0,0,0,0,0,1,Door\n");
     const ToolRun one = plotwellMap({"stats", zone});
     EXPECT_EQ(one.status, 0) << one.err.toStdString();
-    EXPECT_EQ(one.out, (zone + ": 2 lines, 1 labels\n"
-                               "  x: -10.5 to 100000\n"
-                               "  y: 2 to 40\n"
-                               "  z: -7 to 6\n"
-                               "  colour 0,0,255: 1 lines, 0 labels\n"
-                               "  colour 255,0,0: 1 lines, 1 labels\n")
-                          .toLocal8Bit());
+    EXPECT_EQ(one.out,
+              (zone
+               + ": 2 lines, 1 labels\n"
+                 "  x: -10.5 to 100000\n"
+                 "  y: 2 to 40\n"
+                 "  z: -7 to 6\n"
+                 "  colour 0,0,255: 1 lines, 0 labels\n"
+                 "  colour 255,0,0: 1 lines, 1 labels\n")
+                  .toLocal8Bit());
 
     const ToolRun all = plotwellMap({"stats", zone, empty, two});
     EXPECT_EQ(all.status, 0) << all.err.toStdString();
-    EXPECT_TRUE(all.out.endsWith((empty + ": 0 lines, 0 labels\n"
-                                  + two + ": 0 lines, 2 labels\n"
-                                          "  x: -3 to 0\n"
-                                          "  y: -4 to 0\n"
-                                          "  z: -5 to 0\n"
-                                          "  colour 0,0,0: 0 lines, 1 labels\n"
-                                          "  colour 255,0,0: 0 lines, 1 labels\n"
-                                          "total: 2 lines, 3 labels\n"
-                                          "  x: -10.5 to 100000\n"
-                                          "  y: -4 to 40\n"
-                                          "  z: -7 to 6\n"
-                                          "  colour 0,0,0: 0 lines, 1 labels\n"
-                                          "  colour 0,0,255: 1 lines, 0 labels\n"
-                                          "  colour 255,0,0: 1 lines, 2 labels\n")
+    EXPECT_TRUE(all.out.endsWith((empty + ": 0 lines, 0 labels\n" + two
+                                  + ": 0 lines, 2 labels\n"
+                                    "  x: -3 to 0\n"
+                                    "  y: -4 to 0\n"
+                                    "  z: -5 to 0\n"
+                                    "  colour 0,0,0: 0 lines, 1 labels\n"
+                                    "  colour 255,0,0: 0 lines, 1 labels\n"
+                                    "total: 2 lines, 3 labels\n"
+                                    "  x: -10.5 to 100000\n"
+                                    "  y: -4 to 40\n"
+                                    "  z: -7 to 6\n"
+                                    "  colour 0,0,0: 0 lines, 1 labels\n"
+                                    "  colour 0,0,255: 1 lines, 0 labels\n"
+                                    "  colour 255,0,0: 1 lines, 2 labels\n")
                                      .toLocal8Bit()))
         << all.out.toStdString();
 }
@@ -180,7 +189,7 @@ TEST_F(PlotwellMap, RenderWritesAPictureOrTellsWhyNot)
         QStringList args;
         int status;
         const char* written; // the picture, or empty when none
-        const char* says;    // part of stderr
+        const char* says; // part of stderr
     } cases[] = {
         {{zone, "-o", path("a.svg")}, 0, "a.svg", ""},
         {{zone, "-o", path("b.png"), "--size", "300x200"}, 0, "b.png", ""},

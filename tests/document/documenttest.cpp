@@ -12,8 +12,8 @@ namespace {
 // Every field of a record in the order of its layout.
 std::vector<float> fieldsOf(const MapLine& l)
 {
-    return {l.p1.x, l.p1.y, l.p1.z, l.p1.sx, l.p1.sy, l.p2.x, l.p2.y, l.p2.z, l.p2.sx, l.p2.sy,
-            float(l.r), float(l.g), float(l.b), float(l.selected), float(l.layer)};
+    return {l.p1.x,  l.p1.y,     l.p1.z,     l.p1.sx,    l.p1.sy,           l.p2.x,        l.p2.y, l.p2.z, l.p2.sx,
+            l.p2.sy, float(l.r), float(l.g), float(l.b), float(l.selected), float(l.layer)};
 }
 
 // Appends a line and a label whose first coordinate is x.
@@ -40,8 +40,8 @@ TEST(MapDocument, LayerZeroMeansTheActiveLayerAndIsWrittenBack)
     const struct {
         std::int16_t active, given, stored;
         bool good;
-    } cases[] = {{2, 0, 2, true}, {0, 0, 0, true}, {3, 0, 3, true}, {2, 1, 1, true}, {0, 3, 3, true},
-                 {2, 0, 2, false}}; // replaced even when the record is refused
+    } cases[] = {{2, 0, 2, true}, {0, 0, 0, true}, {3, 0, 3, true},
+                 {2, 1, 1, true}, {0, 3, 3, true}, {2, 0, 2, false}}; // replaced even when the record is refused
     for (const auto& c : cases) {
         MapDocument doc;
         doc.activeLayer = c.active;
@@ -56,7 +56,10 @@ TEST(MapDocument, LayerZeroMeansTheActiveLayerAndIsWrittenBack)
 }
 
 // What a record read: its colour and, for a label, its size and text.
-std::string readOf(const MapLine& l) { return std::to_string(l.r) + " " + std::to_string(l.g) + " " + std::to_string(l.b); }
+std::string readOf(const MapLine& l)
+{
+    return std::to_string(l.r) + " " + std::to_string(l.g) + " " + std::to_string(l.b);
+}
 std::string readOf(const MapLabel& t)
 {
     return std::to_string(t.r) + " " + std::to_string(t.g) + " " + std::to_string(t.b) + " " + std::to_string(t.size)

@@ -55,7 +55,15 @@ TEST(HostileRead, LongLinesKeepMemoryBounded)
         {"an L and 200 MB", kLine1 + "\r", k200MB, 'L', "\r" + kLine2, {1 << 30}, 2, 0, 0},
         {"a 200 MB label", kLine1 + "\n" + kLabelStart, k200MB, 'a', "\n" + kLine2, {1 << 30}, 1, 0, 2},
         {"a 200 MB line record", kLine1 + "\nL ", k200MB, ' ', "1,2,3,4,5,6,7,8,9\n", {1 << 30}, 1, 0, 2},
-        {"a label at the limit", kLine1 + "\r\n" + kLabelStart, atLimit, 'a', "\r\n" + kLine2, {1 << 30, 4099}, 2, 1, 0},
+        {"a label at the limit",
+         kLine1 + "\r\n" + kLabelStart,
+         atLimit,
+         'a',
+         "\r\n" + kLine2,
+         {1 << 30, 4099},
+         2,
+         1,
+         0},
         {"one byte over", kLine1 + "\r\n" + kLabelStart, atLimit + 1, 'a', "\r\n" + kLine2, {1 << 30, 4099}, 1, 0, 2},
         {"one byte over, last", kLine1 + "\r\n" + kLabelStart, atLimit + 1, 'a', "", {1 << 30, 4099}, 1, 0, 2},
     };
@@ -164,8 +172,9 @@ TEST(HostileRead, OnlyRegularFilesAreRead)
         MapDocument doc;
         const ReadResult r = readMapFile(QString::fromLatin1(path), doc, 1, 1);
         EXPECT_FALSE(r.opened) << path;
-        EXPECT_EQ(r.openError.toStdString(), path[1] == 'd' ? "it is not a regular file (a pipe, a device or a socket)"
-                                                            : "No such file or directory");
+        EXPECT_EQ(r.openError.toStdString(),
+                  path[1] == 'd' ? "it is not a regular file (a pipe, a device or a socket)"
+                                 : "No such file or directory");
     }
 
     const QString locked = dir.filePath(QStringLiteral("locked.txt"));

@@ -56,9 +56,12 @@ TEST(MapReader, LineEndsSkippedLinesAndTheStopAtABadRecord)
         {"mixed", kLine1 + "\r" + kLabel + "\n" + kLine2 + "\r\n", "L1 L2 PCamp_Fire ", 0, ""},
         {"no final end", kLine1 + "\r\n" + kLabel + "\r\n" + kLine2, "L1 L2 PCamp_Fire ", 0, ""},
         {"blank lines", kLine1 + "\r\r\n\n" + kLabel + "\n\n\r" + kLine2 + "\r\n\r\n", "L1 L2 PCamp_Fire ", 0, ""},
-        {"other lines", kLine1 + "\r\n\r\n \r\nl 1,2,3,4,5,6,0,0,0\r\n L 1,2,3,4,5,6,0,0,0\r\nL\t1,2,3,4,5,6,0,0,0\r\n"
-             "L1,2,3,4,5,6,0,0,0\r\np 1,2,3,0,0,0,1,x\r\n P 1,2,3,0,0,0,1,x\r\nP\t1,2,3,0,0,0,1,x\r\nL\r\nP\r\n"
-             "Lx\r\nX 1,2,3,4,5,6,0,0,0\r\n\tL 1,2,3,4,5,6,0,0,0\r\n" + kLine2,
+        {"other lines",
+         kLine1
+             + "\r\n\r\n \r\nl 1,2,3,4,5,6,0,0,0\r\n L 1,2,3,4,5,6,0,0,0\r\nL\t1,2,3,4,5,6,0,0,0\r\n"
+               "L1,2,3,4,5,6,0,0,0\r\np 1,2,3,0,0,0,1,x\r\n P 1,2,3,0,0,0,1,x\r\nP\t1,2,3,0,0,0,1,x\r\nL\r\nP\r\n"
+               "Lx\r\nX 1,2,3,4,5,6,0,0,0\r\n\tL 1,2,3,4,5,6,0,0,0\r\n"
+             + kLine2,
          "L1 L2 ", 0, ""},
         {"a blank first line", "\n" + kLine1 + "\nL 1,2\n", "L1 ", 3, "nine"},
         {"empty", "", "", 0, ""},

@@ -39,7 +39,10 @@ protected:
     QString path(const char* name) const { return dir.filePath(QLatin1String(name)); }
     QString writeOld(const char* name) const { return test::writeBytes(path(name), kOldText); }
     static QByteArray bytesOf(const QString& name) { return test::fileBytes(name); }
-    QStringList entries() const { return QDir(dir.path()).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot); }
+    QStringList entries() const
+    {
+        return QDir(dir.path()).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
+    }
 };
 
 // Saving replaces the file by renaming a new one over it: a folder, a pipe
@@ -68,7 +71,8 @@ TEST_F(WriteFailure, ATargetThatCannotBeAFileIsRefusedWithTheReason)
 TEST_F(WriteFailure, AFullDiskLeavesTheOldFileByteForByte)
 {
     const QString target = writeOld("one.txt");
-    const auto error = test::runInChild({false, 1 << 16}, [&] { return writeLayerFile(target, doc, 1).error.toStdString(); });
+    const auto error =
+        test::runInChild({false, 1 << 16}, [&] { return writeLayerFile(target, doc, 1).error.toStdString(); });
     ASSERT_TRUE(error.has_value());
     EXPECT_EQ(*error, "File too large; the file was left as it was");
     EXPECT_EQ(bytesOf(target), kOldText);
@@ -97,7 +101,8 @@ TEST_F(WriteFailure, AReadOnlyFolderLeavesTheOldFileByteForByte)
     }
     ASSERT_EQ(chmod(folder.constData(), 0555), 0);
     const auto error = test::runInChild({true, 0}, [&] { return writeLayerFile(target, doc, 1).error.toStdString(); });
-    const auto newFile = test::runInChild({true, 0}, [&] { return writeLayerFile(path("new.txt"), doc, 1).error.toStdString(); });
+    const auto newFile =
+        test::runInChild({true, 0}, [&] { return writeLayerFile(path("new.txt"), doc, 1).error.toStdString(); });
     chmod(folder.constData(), 0700);
     if (!error || !newFile)
         GTEST_SKIP() << "cannot run a child process as an ordinary user here";

@@ -67,8 +67,9 @@ TEST(MapWriter, WritesOneLayerLinesFirstEachInDocumentOrder)
 // its neighbours, and random bit patterns, line by line against "%.7G".
 TEST(MapWriter, CoordinatesMatchSevenSignificantDigitsOfC)
 {
-    std::vector<float> values{0.f, -0.f, 9.999999e-5f, 9999999.5f, 999999.94f, -1234567.5f, 12345.625f, 1e-45f,
-                              1.17549435e-38f, 3.4028235e38f, 16777215.f, 12345665.f, 12345675.f, 16777217.f};
+    std::vector<float> values{0.f,         -0.f,       9.999999e-5f, 9999999.5f,      999999.94f,
+                              -1234567.5f, 12345.625f, 1e-45f,       1.17549435e-38f, 3.4028235e38f,
+                              16777215.f,  12345665.f, 12345675.f,   16777217.f};
     for (int p = -45; p <= 38; ++p) {
         const float power = std::pow(10.f, float(p));
         values.insert(values.end(), {power, std::nextafter(power, 0.f), std::nextafter(power, 1e38f), -power});

@@ -19,7 +19,10 @@ namespace {
 
 // A world that counts how often the map was given the focus.
 struct HandlerWorld : FakeWorld {
-    HandlerWorld() { editor.focusMap = [this] { ++focused; }; }
+    HandlerWorld()
+    {
+        editor.focusMap = [this] { ++focused; };
+    }
     int focused = 0;
 };
 
@@ -64,13 +67,22 @@ TEST(DisplayHandlers, TheRightButtonAsksForTheHeightRangeAndTakesItsLeadingNumbe
         const char* offered;
         float result;
     } cases[] = {
-        {100, '.', "0", "100", 100},       {100, '.', "-5", "100", 100},     {100, '.', "abc", "100", 100},
-        {100, '.', "", "100", 100},        {100, '.', "12.5", "100", 12.5f}, {100, '.', "40 units", "100", 40},
-        {100, '.', "   7", "100", 7},      {100, '.', "2e1", "100", 20},     {100, '.', ".5", "100", 0.5f},
-        {100, '.', "1,5", "100", 1},       {100, '.', "+3", "100", 3},       {100, '.', "1e39", "100", 100},
+        {100, '.', "0", "100", 100},
+        {100, '.', "-5", "100", 100},
+        {100, '.', "abc", "100", 100},
+        {100, '.', "", "100", 100},
+        {100, '.', "12.5", "100", 12.5f},
+        {100, '.', "40 units", "100", 40},
+        {100, '.', "   7", "100", 7},
+        {100, '.', "2e1", "100", 20},
+        {100, '.', ".5", "100", 0.5f},
+        {100, '.', "1,5", "100", 1},
+        {100, '.', "+3", "100", 3},
+        {100, '.', "1e39", "100", 100},
         {100, '.', "x12", "100", 100},
         // Offered in the locale's form with seven digits; the answer is read with "." only.
-        {12.5f, ',', "12,5", "12,5", 12},  {1.0f / 3, '.', "", "0.3333333", 1.0f / 3},
+        {12.5f, ',', "12,5", "12,5", 12},
+        {1.0f / 3, '.', "", "0.3333333", 1.0f / 3},
         {123456.78f, '.', "", "123456.8", 123456.78f},
     };
     for (const auto& c : cases) {

@@ -1,5 +1,5 @@
-#include "editor/edits.h"
 #include "editor/gamelog.h"
+#include "editor/edits.h"
 #include "editor/layercommands.h"
 #include "editor/mapsaving.h"
 
@@ -76,8 +76,9 @@ TEST(FollowGameLog, LocationsAppendedToTheLogMoveTheMarkerSetZAndDrawThePath)
     QFile::remove(log);
     pollGameLog(e);
     // The new file's first bytes do not finish the old file's last line.
-    writeBytes(log, "11, 22, 33\n" + kTime + "Your Location is 5, -5, 1\n" + QByteArray(100000, 'x') + "\n" + kTime
-                        + "Your Location is 12345.67, 1e3, 10\n");
+    writeBytes(log,
+               "11, 22, 33\n" + kTime + "Your Location is 5, -5, 1\n" + QByteArray(100000, 'x') + "\n" + kTime
+                   + "Your Location is 12345.67, 1e3, 10\n");
     pollGameLog(e);
     markerAt(-1000, -12345.67f, 10);
 
@@ -100,9 +101,10 @@ TEST(FollowGameLog, LocationsAppendedToTheLogMoveTheMarkerSetZAndDrawThePath)
     EXPECT_EQ(e.history.undoText(), QStringLiteral("Undo Path"));
     e.doc.homes[2].layerFile = dir.filePath(QStringLiteral("walk.txt"));
     saveAllLayers(e);
-    EXPECT_EQ(fileBytes(e.doc.homes[2].layerFile).toStdString(), "L 200,-100.5,5.25,-40.25,30,-7,10,20,30\r\n"
-                                                           "L -40.25,30,-7,-60,-50,0,10,20,30\r\n"
-                                                           "L 5,-5,1,-1000,-12345.67,10,10,20,30\r\n");
+    EXPECT_EQ(fileBytes(e.doc.homes[2].layerFile).toStdString(),
+              "L 200,-100.5,5.25,-40.25,30,-7,10,20,30\r\n"
+              "L -40.25,30,-7,-60,-50,0,10,20,30\r\n"
+              "L 5,-5,1,-1000,-12345.67,10,10,20,30\r\n");
     stopFollowing(e);
     EXPECT_FALSE(e.follower.marker.shown);
     EXPECT_FALSE(e.follower.following());

@@ -1,6 +1,6 @@
 #include "document/mapwriter.h"
-#include "editor/mapevents.h"
 #include "editor/edits.h"
+#include "editor/mapevents.h"
 #include "editor/maploading.h"
 #include "editor/palettecommands.h"
 #include "editor/viewcommands.h"
@@ -12,7 +12,6 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-
 
 using namespace plotwell;
 using namespace plotwell::test;
@@ -92,9 +91,9 @@ TEST(EditHistory, GesturesAreOneStepEachAndNeverMergeWithAnotherKind)
         steps.emplace_back(e.history.undoText(), e.doc.lineCount());
         undoEdit(e);
     }
-    const std::vector<std::pair<QString, std::size_t>> expected = {
-        {"Undo Recolour", 3}, {"Undo Recolour", 3}, {"Undo Recolour", 3},
-        {"Undo Freehand", 3}, {"Undo Recolour", 2}, {"Undo Freehand", 2}};
+    const std::vector<std::pair<QString, std::size_t>> expected = {{"Undo Recolour", 3}, {"Undo Recolour", 3},
+                                                                   {"Undo Recolour", 3}, {"Undo Freehand", 3},
+                                                                   {"Undo Recolour", 2}, {"Undo Freehand", 2}};
     EXPECT_EQ(steps, expected);
     EXPECT_EQ(e.doc.lineCount(), 0u);
     e.history.setByteLimit(0); // every step goes, and the memory counted with them

@@ -21,7 +21,10 @@ protected:
     Editor& editor = world.editor;
     int focusCalls = 0;
 
-    void SetUp() override { editor.focusMap = [this] { ++focusCalls; }; }
+    void SetUp() override
+    {
+        editor.focusMap = [this] { ++focusCalls; };
+    }
     Markers markers() const
     {
         return {markerColor(editor, 0), markerColor(editor, 1), markerColor(editor, 2), markerColor(editor, 3)};
@@ -65,7 +68,8 @@ TEST_F(LayerControlsTest, CloseAllLayersStartsAfreshAndLeavesNothingToSave)
 {
     QTemporaryDir dir;
     for (LayerHome& home : editor.doc.homes)
-        home = {QDir::toNativeSeparators(dir.filePath(QStringLiteral("layer.txt"))), QStringLiteral("layer.txt"), {}, 0};
+        home = {
+            QDir::toNativeSeparators(dir.filePath(QStringLiteral("layer.txt"))), QStringLiteral("layer.txt"), {}, 0};
     for (std::int16_t layer : {1, 3}) {
         ASSERT_FALSE(editor.doc.addLine("1,2,3,4,5,6,7,8,9", layer, 1));
         ASSERT_FALSE(editor.doc.addLabel("1,2,3,4,5,6,7,x", layer, 1));

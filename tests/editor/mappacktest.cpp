@@ -22,7 +22,10 @@ namespace {
 struct LayerCount {
     std::size_t lines = 0;
     std::size_t labels = 0;
-    friend bool operator==(const LayerCount& a, const LayerCount& b) { return a.lines == b.lines && a.labels == b.labels; }
+    friend bool operator==(const LayerCount& a, const LayerCount& b)
+    {
+        return a.lines == b.lines && a.labels == b.labels;
+    }
 };
 
 LayerCount countOf(const MapDocument& doc, std::int16_t layer)

@@ -1,5 +1,5 @@
-#include "editor/palettecommands.h"
 #include "palette/palette.h"
+#include "editor/palettecommands.h"
 
 #include "tests/support/fakes.h"
 #include "tests/support/records.h"
@@ -40,8 +40,8 @@ TEST(ColourStrip, ADragReachesOneOfOneHundredAndOnePositions)
     const struct {
         float x;
         int value;
-    } cases[] = {{0, 0}, {-500, 0}, {13.9f, 0}, {14, 3}, {28, 5}, {42, 8}, {697.5f, 128}, {1394, 252}, {1395, 255},
-                 {99999, 255}};
+    } cases[] = {{0, 0},  {-500, 0},     {13.9f, 0},  {14, 3},     {28, 5},
+                 {42, 8}, {697.5f, 128}, {1394, 252}, {1395, 255}, {99999, 255}};
     for (const auto& c : cases)
         EXPECT_EQ(stripValue(c.x), c.value) << c.x;
 }
@@ -69,8 +69,8 @@ TEST(ColourStrip, ADoubleClickTakesTheLeadingNumberOfTheAnswer)
     const struct {
         const char* answer; // nullptr: cancelled
         int green;
-    } cases[] = {{nullptr, 0}, {"", 0}, {"300", 40}, {"-1", 40}, {"7abc", 7}, {"1 2", 12}, {"12.5", 12},
-                 {"13.5", 14}, {"255", 255}, {"2e2", 200}, {"1e999", 40}};
+    } cases[] = {{nullptr, 0}, {"", 0},      {"300", 40},  {"-1", 40},   {"7abc", 7},  {"1 2", 12},
+                 {"12.5", 12}, {"13.5", 14}, {"255", 255}, {"2e2", 200}, {"1e999", 40}};
     for (const auto& c : cases) {
         PaletteWorld w;
         Editor& e = w.editor;
@@ -120,7 +120,7 @@ TEST(Presets, SettingsValuesFillChannelsAndSwatchesEachOnItsOwn)
     } cases[] = {
         {nullptr, {0, 0, 0}, {0, 0, 0}},
         {"255,0,0", {255, 0, 0}, {255, 0, 0}},
-        {"255,0", {255, 0, 7}, {9, 9, 9}},         // b left alone, the swatch too
+        {"255,0", {255, 0, 7}, {9, 9, 9}}, // b left alone, the swatch too
         {"300,20,30", {7, 20, 30}, {255, 20, 30}}, // too large for a channel, full for a swatch
         {"-5,20,30", {7, 20, 30}, {9, 9, 9}},
         {"red,green,blue", {7, 7, 7}, {9, 9, 9}},

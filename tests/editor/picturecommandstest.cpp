@@ -25,20 +25,49 @@ TEST(ExportPicture, WritesThePictureOrTellsWhyNot)
         PictureArea area;
         QSize size;
         PictureFormat format;
-        const char* answer;  // the save dialog's answer, in the folder
+        const char* answer; // the save dialog's answer, in the folder
         const char* written; // the file, empty when none
-        QSize pixels;        // its size
+        QSize pixels; // its size
         const char* message; // part of the message, empty when none
         const char* map = "line"; // or "label" alone, or "" for nothing
     } cases[] = {
         {"whole map", PictureArea::WholeMap, {300, 200}, PictureFormat::Png, "a.png", "a.png", {300, 200}, ""},
         {"current view", PictureArea::CurrentView, {9, 9}, PictureFormat::Png, "b.PNG", "b.PNG", {453, 477}, ""},
         {"name without extension", PictureArea::WholeMap, {64, 64}, PictureFormat::Svg, "c", "c.svg", {}, ""},
-        {"unknown extension", PictureArea::WholeMap, {64, 64}, PictureFormat::Png, "d.jpg", "", {}, "neither .png nor .svg"},
-        {"unwritable", PictureArea::WholeMap, {64, 64}, PictureFormat::Png, "none/e.png", "", {}, "could not be written to"},
+        {"unknown extension",
+         PictureArea::WholeMap,
+         {64, 64},
+         PictureFormat::Png,
+         "d.jpg",
+         "",
+         {},
+         "neither .png nor .svg"},
+        {"unwritable",
+         PictureArea::WholeMap,
+         {64, 64},
+         PictureFormat::Png,
+         "none/e.png",
+         "",
+         {},
+         "could not be written to"},
         {"size 0", PictureArea::WholeMap, {0, 64}, PictureFormat::Png, "f.png", "", {}, "from 1 to 32768 pixels"},
-        {"too large", PictureArea::WholeMap, {32769, 64}, PictureFormat::Png, "g.png", "", {}, "from 1 to 32768 pixels"},
-        {"one point", PictureArea::WholeMap, {64, 64}, PictureFormat::Png, "h.png", "", {}, "lies at one point", "label"},
+        {"too large",
+         PictureArea::WholeMap,
+         {32769, 64},
+         PictureFormat::Png,
+         "g.png",
+         "",
+         {},
+         "from 1 to 32768 pixels"},
+        {"one point",
+         PictureArea::WholeMap,
+         {64, 64},
+         PictureFormat::Png,
+         "h.png",
+         "",
+         {},
+         "lies at one point",
+         "label"},
         {"nothing shown", PictureArea::WholeMap, {64, 64}, PictureFormat::Png, "j.png", "", {}, "nothing to fit", ""},
         {"one pixel", PictureArea::WholeMap, {1, 1}, PictureFormat::Png, "i.png", "i.png", {1, 1}, ""},
         {"cancelled", PictureArea::WholeMap, {64, 64}, PictureFormat::Png, nullptr, "", {}, ""},

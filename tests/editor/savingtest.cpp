@@ -77,8 +77,9 @@ TEST_F(SaveAllLayers, CancellingSkipsOnlyThatLayerAndLayersWithoutRecordsAreEmpt
     saveAllLayers(editor);
 
     // Layer 1 has neither records nor a file: nothing is asked or made for it.
-    EXPECT_EQ(messages(), (QStringList{"The layer 0 needs to have a file defined for me to save.",
-                                       "The layer 2 needs to have a file defined for me to save."}));
+    EXPECT_EQ(messages(),
+              (QStringList{"The layer 0 needs to have a file defined for me to save.",
+                           "The layer 2 needs to have a file defined for me to save."}));
     EXPECT_EQ(world.fileDialog.saves, 2);
     EXPECT_TRUE(editor.doc.homes[0].layerFile.isEmpty());
     EXPECT_EQ(editor.doc.homes[0].caption, QStringLiteral("Base Layer"));
@@ -104,7 +105,8 @@ TEST_F(SaveAllLayers, AFileThatCannotBeWrittenIsReportedAndTheNextLayerIsSaved)
 
     ASSERT_EQ(messages().size(), 2);
     for (int i = 0; i < 2; ++i) {
-        const QString start = QStringLiteral("The layer %1 could not be saved to %2: ").arg(i).arg(editor.doc.homes[i].layerFile);
+        const QString start =
+            QStringLiteral("The layer %1 could not be saved to %2: ").arg(i).arg(editor.doc.homes[i].layerFile);
         EXPECT_TRUE(messages()[i].startsWith(start)) << messages()[i].toStdString();
         EXPECT_GT(messages()[i].size(), start.size()) << "a reason follows";
     }
@@ -133,7 +135,8 @@ TEST_F(SaveAllLayers, AWriteThatFailsHalfWayLeavesTheOldFileAsItWas)
     setrlimit(RLIMIT_FSIZE, &old);
     std::signal(SIGXFSZ, oldHandler);
     ASSERT_EQ(messages().size(), 1);
-    EXPECT_TRUE(messages()[0].startsWith(QStringLiteral("The layer 1 could not be saved to %1: ").arg(path("one.txt"))));
+    EXPECT_TRUE(
+        messages()[0].startsWith(QStringLiteral("The layer 1 could not be saved to %1: ").arg(path("one.txt"))));
     EXPECT_EQ(readFile(path("one.txt")), QByteArray("L 9,9,9,9,9,9,9,9,9\r\n"));
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), (QStringList{"one.txt", "two.txt"})); // no leftovers
     EXPECT_EQ(readFile(path("two.txt")), QByteArray("L 1,2,3,4,5,6,7,8,9\r\n"));

@@ -1,10 +1,10 @@
+#include "editor/startup.h"
 #include "editor/renderloop.h"
 #include "editor/shutdown.h"
-#include "editor/startup.h"
 #include "editor/windowlayout.h"
-#include "view/displayoptions.h"
 #include "tests/support/fakes.h"
 #include "tests/support/records.h"
+#include "view/displayoptions.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
+#include "render/underlay.h"
 #include "editor/displayhandlers.h"
 #include "editor/underlaycommands.h"
-#include "render/underlay.h"
 
 #include "platform/qimagesurface.h"
 #include "tests/support/fakes.h"
@@ -32,10 +32,8 @@ TEST(Underlay, PaintedFromTheTopLeftStretchedOrInItsProportions)
         bool aspect;
         QRectF target;
     } cases[] = {
-        {1000, 500, true, {0, 0, 6000, 3000}},
-        {1000, 500, false, {0, 0, 6000, 6000}},
-        {500, 1000, true, {0, 0, 3000, 6000}},
-        {700, 700, true, {0, 0, 6000, 6000}},
+        {1000, 500, true, {0, 0, 6000, 3000}}, {1000, 500, false, {0, 0, 6000, 6000}},
+        {500, 1000, true, {0, 0, 3000, 6000}}, {700, 700, true, {0, 0, 6000, 6000}},
         {300, 200, true, {0, 0, 6000, 4000}},
     };
     for (const auto& c : cases) {
@@ -141,8 +139,9 @@ TEST(Underlay, OpenedFromTheMenuInTheLastPictureFolder)
     EXPECT_FALSE(w.editor.underlay.underlayOn);
     openUnderlayFromMenu(w.editor);
     EXPECT_EQ(w.fileDialog.shownFolders, (QStringList{"/pictures/", "/pictures/"}));
-    EXPECT_EQ(w.fileDialog.shownFilters.at(0), QStringLiteral("JPEG Images (*.jpg)|*.jpg|GIF Images (*.gif)|*.gif|"
-                                                             "Bitmap Images (*.bmp)|*.bmp|All Files(*.*)|*.*"));
+    EXPECT_EQ(w.fileDialog.shownFilters.at(0),
+              QStringLiteral("JPEG Images (*.jpg)|*.jpg|GIF Images (*.gif)|*.gif|"
+                             "Bitmap Images (*.bmp)|*.bmp|All Files(*.*)|*.*"));
     EXPECT_EQ(w.editor.underlay.picture.size(), QSize(30, 20));
     EXPECT_TRUE(w.editor.underlay.underlayOn);
     EXPECT_EQ(w.surface.frames(), 1);

@@ -1,6 +1,6 @@
-#include "editor/viewcommands.h"
-#include "editor/mapevents.h"
 #include "view/wheel.h"
+#include "editor/mapevents.h"
+#include "editor/viewcommands.h"
 #include "view/zoom.h"
 
 #include "tests/support/fakes.h"
@@ -22,12 +22,9 @@ TEST(WheelNotches, SmallDeltasAddUpToWholeNotches)
         std::vector<int> deltas;
         std::vector<int> notches;
     } cases[] = {
-        {{120, -120, 240}, {1, -1, 2}},
-        {{40, 40, 40, 40}, {0, 0, 1, 0}},
-        {{-30, -30, -30, -30, -30}, {0, 0, 0, -1, 0}},
+        {{120, -120, 240}, {1, -1, 2}}, {{40, 40, 40, 40}, {0, 0, 1, 0}}, {{-30, -30, -30, -30, -30}, {0, 0, 0, -1, 0}},
         {{100, -20, -100}, {0, 0, -1}}, // turning back drops what built up
-        {{-100, 20, 100}, {0, 0, 1}}, {{-60, 0, -60}, {0, 0, -1}},
-        {{0, 0}, {0, 0}},
+        {{-100, 20, 100}, {0, 0, 1}},   {{-60, 0, -60}, {0, 0, -1}},      {{0, 0}, {0, 0}},
     };
     for (const auto& c : cases) {
         WheelNotches wheel;
@@ -46,10 +43,18 @@ TEST(MouseWheel, ZoomsAboutThePointerWithinTheScaleRange)
         int delta;
         float after;
     } cases[] = {
-        {1, false, 120, 1.5f}, {1, true, 120, 1.01f}, {0.5f, false, -120, 0.5f},
-        {99.8f, false, 120, 100}, {100, false, 120, 100}, {3, false, -1, 2.5f}, {3, false, 0, 3},
+        {1, false, 120, 1.5f},
+        {1, true, 120, 1.01f},
+        {0.5f, false, -120, 0.5f},
+        {99.8f, false, 120, 100},
+        {100, false, 120, 100},
+        {3, false, -1, 2.5f},
+        {3, false, 0, 3},
         // Scales the keys set beyond the wheel's range.
-        {0.2f, false, -120, 0.5f}, {0.2f, false, 120, 0.7f}, {150, false, 120, 100}, {150, false, -120, 100},
+        {0.2f, false, -120, 0.5f},
+        {0.2f, false, 120, 0.7f},
+        {150, false, 120, 100},
+        {150, false, -120, 100},
     };
     for (const auto& c : cases) {
         FakeWorld w;
@@ -81,8 +86,11 @@ TEST(MouseWheel, WithZHeldStepsTheCurrentZAndRedraws)
         int delta;
         float after;
         const char* shown;
-    } cases[] = {{0, false, 120, 10, "10"}, {0, true, 120, 1, "1"}, {0, false, -120, -10, "-10"},
-                 {2.5f, true, -240, 1.5f, "1.5"}, {3.4e38f, false, 120, 3.4e38f, "3.4E+38"}};
+    } cases[] = {{0, false, 120, 10, "10"},
+                 {0, true, 120, 1, "1"},
+                 {0, false, -120, -10, "-10"},
+                 {2.5f, true, -240, 1.5f, "1.5"},
+                 {3.4e38f, false, 120, 3.4e38f, "3.4E+38"}};
     for (const auto& c : cases) {
         FakeWorld w;
         Editor& e = w.editor;

@@ -2,8 +2,8 @@
 
 #include "tests/platform/naivesurface.h"
 #include "tests/support/busymap.h"
-#include "tests/support/records.h"
 #include "tests/support/fakes.h"
+#include "tests/support/records.h"
 #include "view/viewcontrol.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +23,10 @@ constexpr ColorRGB kBlue{0, 0, 255};
 constexpr ColorRGB kGreen{0, 160, 0};
 constexpr float kPx = 15; // twips to a pixel
 
-QRgb pixel(ColorRGB c) { return qRgb(c.r, c.g, c.b); }
+QRgb pixel(ColorRGB c)
+{
+    return qRgb(c.r, c.g, c.b);
+}
 
 std::set<QRgb> coloursIn(const QImage& image)
 {
@@ -130,9 +133,9 @@ TEST_P(QImageSurfaceAt, FramesAreThoseOfDrawingEveryOperationDirectly)
         bool stereo, heightFilter;
         ColorRGB back;
     } cases[] = {
-        {"plain", 2, false, false, kWhite},          {"zoomed in", 9.5f, false, false, kWhite},
-        {"large labels", 60, false, false, kBlue},   {"height filter", 2, false, true, kWhite},
-        {"stereo", 3, true, false, kBlack},         {"beyond the zoom strip", 150, false, false, kWhite},
+        {"plain", 2, false, false, kWhite},        {"zoomed in", 9.5f, false, false, kWhite},
+        {"large labels", 60, false, false, kBlue}, {"height filter", 2, false, true, kWhite},
+        {"stereo", 3, true, false, kBlack},        {"beyond the zoom strip", 150, false, false, kWhite},
     };
     for (const auto& c : cases) {
         QImageSurface surface(300 * kPx, 220 * kPx, ratio);
@@ -281,9 +284,8 @@ TEST_P(QImageSurfaceAt, AKeptPictureComesBackWhereverItWasDrawnOver)
     EXPECT_LT(area, surface.image().width() * surface.image().height() / 2) << "only where it was drawn over";
 
     // A cleared, resized or scrolled image has lost the picture.
-    for (const auto& lose : std::vector<std::function<void()>>{[&] { surface.clear(); },
-                                                               [&] { surface.resize(70 * kPx, 60 * kPx); },
-                                                               [&] { surface.scroll(1, 0); }}) {
+    for (const auto& lose : std::vector<std::function<void()>>{
+             [&] { surface.clear(); }, [&] { surface.resize(70 * kPx, 60 * kPx); }, [&] { surface.scroll(1, 0); }}) {
         surface.keepPicture();
         lose();
         EXPECT_FALSE(surface.restorePicture());

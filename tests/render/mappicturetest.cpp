@@ -1,6 +1,6 @@
-#include "render/colorrules.h"
 #include "render/mappicture.h"
 #include "platform/qimagesurface.h"
+#include "render/colorrules.h"
 
 #include "render/overlays.h"
 #include "tests/support/busymap.h"
@@ -31,13 +31,14 @@ std::tuple<int, int, bool> compare(const QImageSurface& a, const QImageSurface& 
         for (int x = 0; x < w; ++x) {
             const bool differs = rowA[x] != rowB[x];
             count += differs;
-            inStrips += differs && ((moved.x() < 0 ? x >= w + moved.x() : x < moved.x())
-                                    || (moved.y() < 0 ? y >= h + moved.y() : y < moved.y()));
+            inStrips += differs
+                && ((moved.x() < 0 ? x >= w + moved.x() : x < moved.x())
+                    || (moved.y() < 0 ? y >= h + moved.y() : y < moved.y()));
         }
     }
     const auto s = a.state(), t = b.state();
     const bool same = s.pen == t.pen && s.fill == t.fill && s.penWidth == t.penWidth && s.textX == t.textX
-                      && s.textY == t.textY && s.fontPoints == t.fontPoints && s.bold == t.bold;
+        && s.textY == t.textY && s.fontPoints == t.fontPoints && s.bold == t.bold;
     return {count, inStrips, same};
 }
 
@@ -69,19 +70,24 @@ TEST_P(MapPictureAt, EveryFrameIsThatOfAWholeSingleThreadedFrameWithTheSelection
     const auto onBoth = [&](const std::function<void(QImageSurface&)>& f) { f(screen), f(reference); };
 
     const std::vector<std::pair<const char*, std::function<void()>>> steps = {
-        {"drag by whole pixels", [&] {
-             adjustOffset(e.view, float(kPx / ratio * (pick(41) - 20)), float(kPx / ratio * (pick(21) - 10)));
-         }},
+        {"drag by whole pixels",
+         [&] { adjustOffset(e.view, float(kPx / ratio * (pick(41) - 20)), float(kPx / ratio * (pick(21) - 10))); }},
         {"arrow key", [&] { adjustOffset(e.view, pick(2) ? 10 : -500, 0); }},
         {"zoom", [&] { setCurrentScale(e.view, e.doc, e.view.currentScale * (pick(2) ? 1.25f : 0.8f)); }},
-        {"option", [&] {
-             bool* options[] = {&e.display.showLines, &e.display.showLabels, &e.display.invertChecked,
-                                &e.display.heightFilterOn, &e.display.stereoChecked, &e.display.flashChecked,
+        {"option",
+         [&] {
+             bool* options[] = {&e.display.showLines,
+                                &e.display.showLabels,
+                                &e.display.invertChecked,
+                                &e.display.heightFilterOn,
+                                &e.display.stereoChecked,
+                                &e.display.flashChecked,
                                 &e.display.layerChecked[std::size_t(pick(kLayerCount))]};
              bool& option = *options[pick(7)];
              option = !option;
          }},
-        {"edit", [&] {
+        {"edit",
+         [&] {
              const int what = pick(5);
              const auto layer = std::int16_t(pick(kLayerCount));
              if (what == 0)
@@ -98,26 +104,31 @@ TEST_P(MapPictureAt, EveryFrameIsThatOfAWholeSingleThreadedFrameWithTheSelection
              else
                  e.doc.putBack(taken, e.view.currentScale); // undo: back between the others
          }},
-        {"player moves", [&] {
+        {"player moves",
+         [&] {
              e.follower.marker.shown = pick(5) != 0;
              e.follower.marker.at = MapPoint{float(pick(200) - 40), float(pick(200) - 40), 0};
          }},
-        {"select", [&] {
+        {"select",
+         [&] {
              const std::size_t i = std::size_t(pick(int(e.doc.lineCount())));
              e.doc.setLineSelected(i, !e.doc.lines()[i].selected);
          }},
         {"flash", [&] { advanceFlash(e.display); }},
-        {"background", [&] {
+        {"background",
+         [&] {
              const ColorRGB back = pick(2) ? kBlack : kWhite;
              onBoth([&](QImageSurface& s) { s.setBackColor(back); });
          }},
-        {"underlay", [&] { // on, it stops pans from scrolling
+        {"underlay",
+         [&] { // on, it stops pans from scrolling
              e.underlay.underlayOn = pick(3) == 0;
              QImage other(50, 30, QImage::Format_RGB32);
              other.fill(qRgb(pick(256), 90, 150));
              e.underlay.picture = pick(2) ? other : e.underlay.picture;
          }},
-        {"resize", [&] {
+        {"resize",
+         [&] {
              const float width = float(300 + pick(40)) * kPx;
              onBoth([&](QImageSurface& s) { s.resize(width, 240 * kPx); });
          }},
@@ -212,8 +223,10 @@ TEST(MapPicture, APanScrollsTheStripsInOnlyByWholeDevicePixels)
         float twips;
         bool scrolls;
     } cases[] = {
-        {1, 15, true},   {1, 10, false},  {1.5, 10, true},  {1.5, 15, false},  {2, 7.5f, true},
-        {2, 10, false},  {1.25, 12, true}, {1.25, 15, false}, {1.75f, float(15 / 1.75), true}, {1.75f, 15, false},
+        {1, 15, true},      {1, 10, false},    {1.5, 10, true},
+        {1.5, 15, false},   {2, 7.5f, true},   {2, 10, false},
+        {1.25, 12, true},   {1.25, 15, false}, {1.75f, float(15 / 1.75), true},
+        {1.75f, 15, false},
     };
     for (const auto& c : cases) {
         QImageSurface screen(200 * kPx, 100 * kPx, c.ratio);

@@ -1,7 +1,7 @@
 #include "render/stereo.h"
 
-#include "tests/support/records.h"
 #include "tests/support/fakes.h"
+#include "tests/support/records.h"
 #include "view/viewcontrol.h"
 
 #include <gtest/gtest.h>
@@ -124,7 +124,9 @@ TEST(MapRenderer, HiddenLayersTheShowBoxesAndNoSelectedChooseWhatIsDrawn)
     const struct {
         bool lines, labels, noSelected;
         const char* drawn;
-    } cases[] = {{true, true, false, "0 2 L0 L2 "}, {false, true, false, "L0 L2 "}, {true, false, false, "0 2 "},
+    } cases[] = {{true, true, false, "0 2 L0 L2 "},
+                 {false, true, false, "L0 L2 "},
+                 {true, false, false, "0 2 "},
                  {false, false, false, ""},
                  // Leaves out selected lines, but not selected labels.
                  {true, true, true, "0 L0 L2 "}};
@@ -135,7 +137,8 @@ TEST(MapRenderer, HiddenLayersTheShowBoxesAndNoSelectedChooseWhatIsDrawn)
         w.editor.display.showLabels = c.labels;
         for (std::int16_t layer = 0; layer < kLayerCount; ++layer) {
             w.editor.doc.setLineSelected(addTestLine(w.editor, layer, 0, 0, 10, 10, 0, kBlue, layer), layer == 2);
-            w.editor.doc.setLabelSelected(addTestLabel(w.editor, layer, 0, 0, kBlue, "L" + std::to_string(layer), layer), layer == 2);
+            w.editor.doc.setLabelSelected(
+                addTestLabel(w.editor, layer, 0, 0, kBlue, "L" + std::to_string(layer), layer), layer == 2);
         }
         w.editor.drawLines(c.noSelected);
         EXPECT_EQ(drawn(w.surface), c.drawn);
@@ -207,9 +210,10 @@ TEST(Stereo, BrightnessFollowsHeightWithinItsBounds)
     const struct {
         float z;
         std::int16_t slider, result;
-    } cases[] = {{0, 0, 128},  {-1000, 0, 50}, {1270, 0, 255}, {1e9f, 0, 255}, {-1e9f, 10, 60},
-                 {5, 0, 128},  {15, 0, 130}, // 128.5 to 128, 129.5 to 130: halves go to the even one
-                 {0, 255, 255}, {-1000, 255, 255}, {0, 100, 228}};
+    } cases[] = {
+        {0, 0, 128},     {-1000, 0, 50},    {1270, 0, 255}, {1e9f, 0, 255},
+        {-1e9f, 10, 60}, {5, 0, 128},       {15, 0, 130}, // 128.5 to 128, 129.5 to 130: halves go to the even one
+        {0, 255, 255},   {-1000, 255, 255}, {0, 100, 228}};
     for (const auto& c : cases) {
         DisplayOptions options;
         options.brightness = c.slider;
@@ -249,15 +253,17 @@ TEST(Stereo, RecordsAreDrawnRedThenCyanShiftedByTheirHeight)
         EXPECT_TRUE(lines[0].colour == level && lines[1].colour == (ColorRGB{0, c.lineLevel, c.lineLevel})) << c.name;
         EXPECT_TRUE(lines[0].penWidth == 2 && lines[1].penWidth == 2);
         EXPECT_TRUE(circles[0].colour == red && circles[0].fill == red && circles[1].colour == cyan
-                    && circles[1].fill == cyan) << c.name;
+                    && circles[1].fill == cyan)
+            << c.name;
         EXPECT_TRUE(printed[0].colour == (c.selected ? c.text : red)) << c.name;
         EXPECT_TRUE(printed[1].colour == (c.selected ? c.text : cyan)) << c.name;
         // The cyan copy moves by 30 - 0.004 * height * scale: 30 at height 0, -10 at 1000.
         EXPECT_EQ((std::vector<float>{lines[0].a, lines[0].b, lines[0].c, lines[0].d, lines[1].a, lines[1].b,
                                       lines[1].c, lines[1].d}),
                   (std::vector<float>{100, 200, 300, 400, 130, 200, 290, 400}));
-        EXPECT_EQ((std::vector<float>{circles[0].a, circles[0].b, circles[0].c, circles[1].a, places[1].a, places[1].b}),
-                  (std::vector<float>{100, 200, 10, 90, 90, 200}));
+        EXPECT_EQ(
+            (std::vector<float>{circles[0].a, circles[0].b, circles[0].c, circles[1].a, places[1].a, places[1].b}),
+            (std::vector<float>{100, 200, 10, 90, 90, 200}));
         EXPECT_TRUE(printed[1].text == "Up_here" && w.surface.only(Op::Font).at(1).a == 11);
         // The frame leaves the cyan copy's pen and fill.
         EXPECT_TRUE(w.surface.calls.back().pen == printed[1].colour && w.surface.calls.back().fill == cyan);

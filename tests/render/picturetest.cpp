@@ -56,8 +56,8 @@ TEST(Picture, APngOfTheWholeMapShowsTheVisibleRecordsFittedInTheirOwnColours)
     const struct {
         QPoint at;
         ColorRGB colour;
-    } pixels[] = {{{120, 18}, kRed}, {{220, 18}, kRed}, {{120, 122}, kBlue}, {{120, 70}, kWhite},
-                  {{2, 2}, kWhite},   {{120, 8}, kWhite}, {{237, 122}, kWhite}};
+    } pixels[] = {{{120, 18}, kRed}, {{220, 18}, kRed},  {{120, 122}, kBlue}, {{120, 70}, kWhite},
+                  {{2, 2}, kWhite},  {{120, 8}, kWhite}, {{237, 122}, kWhite}};
     for (const auto& p : pixels)
         EXPECT_EQ(png.pixel(p.at), toQColor(p.colour).rgb()) << p.at.x() << "," << p.at.y();
 }
@@ -77,7 +77,8 @@ TEST(Picture, AFlatMapIsFittedWithItsLabelsTextAndCentred)
         for (int y = 0; y < png.height(); ++y)
             for (int x = 0; x < png.width(); ++x)
                 if (png.pixel(x, y) != qRgb(255, 255, 255))
-                    left = std::min(left, x), right = std::max(right, x), top = std::min(top, y), bottom = std::max(bottom, y);
+                    left = std::min(left, x), right = std::max(right, x), top = std::min(top, y),
+                    bottom = std::max(bottom, y);
         ASSERT_LT(top, bottom) << "something is drawn";
         // The text's ink ends a few pixels short of its advance and its line height.
         EXPECT_NEAR(left, png.width() - 1 - right, 8) << "as much room left of the line as right of the text";
@@ -98,7 +99,8 @@ std::vector<QXmlStreamAttributes> svgElements(const QString& path, const QString
             QXmlStreamAttributes attributes = groups.back();
             for (const QXmlStreamAttribute& a : xml.attributes()) {
                 attributes.erase(std::remove_if(attributes.begin(), attributes.end(),
-                                                [&](const auto& b) { return b.name() == a.name(); }), attributes.end());
+                                                [&](const auto& b) { return b.name() == a.name(); }),
+                                 attributes.end());
                 attributes.append(a);
             }
             groups.push_back(attributes);
@@ -117,7 +119,10 @@ std::vector<QXmlStreamAttributes> svgElements(const QString& path, const QString
     return found;
 }
 
-QString attr(const QXmlStreamAttributes& a, const char* name) { return a.value(QLatin1String(name)).toString(); }
+QString attr(const QXmlStreamAttributes& a, const char* name)
+{
+    return a.value(QLatin1String(name)).toString();
+}
 
 QString layerOf(const QXmlStreamAttributes& a)
 {
@@ -164,8 +169,10 @@ TEST(Picture, AnSvgCarriesTheUnderlayAsAnEmbeddedPngBeneathTheLayers)
     const QString path = m.write(PictureFormat::Svg);
     const auto images = svgElements(path, "image");
     ASSERT_EQ(images.size(), 1u);
-    EXPECT_EQ(layerOf(images[0]) + " " + attr(images[0], "width") + "x" + attr(images[0], "height"), "Underlay 240x140");
-    const QString href = images[0].value(QStringLiteral("http://www.w3.org/1999/xlink"), QStringLiteral("href")).toString();
+    EXPECT_EQ(layerOf(images[0]) + " " + attr(images[0], "width") + "x" + attr(images[0], "height"),
+              "Underlay 240x140");
+    const QString href =
+        images[0].value(QStringLiteral("http://www.w3.org/1999/xlink"), QStringLiteral("href")).toString();
     ASSERT_TRUE(href.startsWith("data:image/png;base64,"));
     const QImage picture = QImage::fromData(QByteArray::fromBase64(href.mid(22).toLatin1()), "PNG");
     ASSERT_EQ(picture.size(), QSize(240, 140));

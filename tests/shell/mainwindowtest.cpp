@@ -1,7 +1,7 @@
-#include "shell/widgets/controls.h"
-#include "editor/mapevents.h"
-#include "shell/widgets/maparea.h"
 #include "shell/widgets/mainwindow.h"
+#include "editor/mapevents.h"
+#include "shell/widgets/controls.h"
+#include "shell/widgets/maparea.h"
 
 #include <QAction>
 #include <QApplication>
@@ -28,9 +28,9 @@
 #include "document/mapwriter.h"
 #include "platform/settingsstore.h"
 #include "platform/twips.h"
-#include "view/zoom.h"
 #include "tests/support/files.h"
 #include "tests/support/qtprinters.h"
+#include "view/zoom.h"
 
 #include <QTest>
 
@@ -39,7 +39,6 @@
 using namespace plotwell;
 using plotwell::test::fileBytes;
 using plotwell::test::writeBytes;
-
 
 namespace {
 
@@ -162,8 +161,9 @@ TEST(MainWindow, CloseWaitsForTwoTicks)
 TEST(MainWindow, DroppedFileLoadsIntoTheBaseLayerAndShows)
 {
     QTemporaryDir dir;
-    const QString path = writeBytes(dir.filePath(QStringLiteral("zone.txt")), "L -300, -200, 0,  300, 200, 0,  255, 0, 0\n"
-                                                                         "P 200, -150, 0,  0, 0, 255,  2,  Camp Fire\n");
+    const QString path = writeBytes(dir.filePath(QStringLiteral("zone.txt")),
+                                    "L -300, -200, 0,  300, 200, 0,  255, 0, 0\n"
+                                    "P 200, -150, 0,  0, 0, 255,  2,  Camp Fire\n");
 
     MainWindow window;
     window.show();

@@ -1,8 +1,8 @@
 #include "editor/gamelog.h"
 #include "editor/underlaycommands.h"
 #include "shell/widgets/controls.h"
-#include "shell/widgets/maparea.h"
 #include "shell/widgets/mainwindow.h"
+#include "shell/widgets/maparea.h"
 
 #include "tests/support/files.h"
 #include "tests/support/qtprinters.h"
@@ -83,7 +83,9 @@ QString stateOf(MainWindow& window, const QStringList& files)
     s += QStringLiteral(" labels:%1").arg(e.doc.labelCount());
     if (!e.underlay.picture.isNull())
         s += QStringLiteral(" underlay");
-    s += QStringLiteral(" files:%1").arg(std::count_if(files.begin(), files.end(), [](const QString& f) { return QFile::exists(f); }));
+    s += QStringLiteral(" files:%1").arg(std::count_if(files.begin(), files.end(), [](const QString& f) {
+        return QFile::exists(f);
+    }));
     if (e.shell.endTimerEnabled)
         s += QStringLiteral(" ending");
     if (e.follower.following())
@@ -99,9 +101,8 @@ TEST(Wiring, EveryMenuEntryReachesItsHandler)
 {
     QTemporaryDir dir;
     // Two crossing lines and a label in the base layer, a line in each other layer.
-    const QStringList files{
-        dir.filePath(QStringLiteral("a.txt")), dir.filePath(QStringLiteral("b.txt")),
-        dir.filePath(QStringLiteral("c.txt")), dir.filePath(QStringLiteral("d.txt"))};
+    const QStringList files{dir.filePath(QStringLiteral("a.txt")), dir.filePath(QStringLiteral("b.txt")),
+                            dir.filePath(QStringLiteral("c.txt")), dir.filePath(QStringLiteral("d.txt"))};
     const QString picture = dir.filePath(QStringLiteral("under.png"));
     QImage(8, 8, QImage::Format_RGB32).save(picture);
     const QString log = writeBytes(dir.filePath(QStringLiteral("eqlog_a_b.txt")), "");
@@ -111,20 +112,25 @@ TEST(Wiring, EveryMenuEntryReachesItsHandler)
         const char* dialog;
         const char* state;
     } cases[] = {
-        {"File>Open EQ Map File>As Base Layer", "QFileDialog Text files (*.txt);All F", "123 labels:0 underlay files:0 following"},
-        {"File>Open EQ Map File>As Layer 2", "QFileDialog Text files (*.txt);All F", "0013 labels:1 underlay files:0 following"},
-        {"File>Open Underlay Image", "QFileDialog JPEG Images (*.jpg);GIF ", "00123 labels:1 underlay files:0 following"},
+        {"File>Open EQ Map File>As Base Layer", "QFileDialog Text files (*.txt);All F",
+         "123 labels:0 underlay files:0 following"},
+        {"File>Open EQ Map File>As Layer 2", "QFileDialog Text files (*.txt);All F",
+         "0013 labels:1 underlay files:0 following"},
+        {"File>Open Underlay Image", "QFileDialog JPEG Images (*.jpg);GIF ",
+         "00123 labels:1 underlay files:0 following"},
         {"File>Close all layers", "", " labels:0 underlay files:0 following"},
         {"File>Close Underlay Image", "", "00123 labels:1 underlay files:0 following"}, // the picture stays
         {"File>Save all layers", "", "00123 labels:1 underlay files:4 following"},
         {"File>Export Picture...", "QDialog Export Picture", "00123 labels:1 underlay files:0 following"},
         {"File>Exit", "", "00123 labels:1 underlay files:0 ending following"},
         {"Edit>Undo", "", " labels:0 underlay files:0 following"}, // the drop was one step
-        {"Edit>Move Selection...", "QInputDialog Move the selection by what distance? (y, x or y, x, z, as a /loc writes places)",
+        {"Edit>Move Selection...",
+         "QInputDialog Move the selection by what distance? (y, x or y, x, z, as a /loc writes places)",
          "00123 labels:1 underlay files:0 following"},
         {"Edit>Label Properties...", "QDialog Label Properties", "00123 labels:1 underlay files:0 following"},
         {"Tools>Plot Intersection", "", "0012333 labels:1 underlay files:0 following"},
-        {"Tools>Find Label by Keyword", "QInputDialog Enter keyword to search for", "00123 labels:1 underlay files:0 following"},
+        {"Tools>Find Label by Keyword", "QInputDialog Enter keyword to search for",
+         "00123 labels:1 underlay files:0 following"},
         {"Tools>Follow Game Log...", "", "00123 labels:1 underlay files:0"},
         {"Tools>Record Path", "", "00123 labels:1 underlay files:0 following recording"},
         {"Tools>Stop Following", "", "00123 labels:1 underlay files:0"},
@@ -219,12 +225,15 @@ TEST(Wiring, TheCaptionBoxCommitsOnEitherEnterCancelsOnEscapeAndHandsTheKeysBack
         Qt::Key key;
         Qt::KeyboardModifiers modifiers;
         std::size_t labels;
-    } cases[] = {{Qt::Key_Return, Qt::NoModifier, 1}, {Qt::Key_Enter, Qt::KeypadModifier, 2}, {Qt::Key_Escape, Qt::NoModifier, 2}};
+    } cases[] = {{Qt::Key_Return, Qt::NoModifier, 1},
+                 {Qt::Key_Enter, Qt::KeypadModifier, 2},
+                 {Qt::Key_Escape, Qt::NoModifier, 2}};
     for (const auto& k : cases) {
         QTest::mouseClick(c.map, Qt::LeftButton, {}, {40, 30});
         window.syncControls();
         ASSERT_TRUE(caption->isVisible());
-        EXPECT_EQ(caption->selectedText(), QStringLiteral("(New Label)")) << "each opening starts from the new-label text";
+        EXPECT_EQ(caption->selectedText(), QStringLiteral("(New Label)"))
+            << "each opening starts from the new-label text";
         EXPECT_EQ(QApplication::focusWidget(), caption);
         QTest::keyClicks(caption, QStringLiteral("Gate"));
         QTest::keyClick(caption, k.key, k.modifiers);

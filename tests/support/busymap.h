@@ -24,7 +24,8 @@ inline void fillBusyMap(Editor& editor)
         const ColorRGB colour = palette[(i / 3 + rng() % 2) % 6];
         const bool selected = rng() % 20 == 0;
         const float z1 = height(rng), z2 = height(rng);
-        editor.doc.setLineSelected(addTestLine(editor, x, y, z1, x2, y2, z2, colour, std::int16_t(rng() % 4)), selected);
+        editor.doc.setLineSelected(addTestLine(editor, x, y, z1, x2, y2, z2, colour, std::int16_t(rng() % 4)),
+                                   selected);
         x = x2, y = y2;
     }
     addTestLine(editor, -1000, 50, 0, 1000, 60, 0, ColorRGB{0, 0, 255});
@@ -33,7 +34,8 @@ inline void fillBusyMap(Editor& editor)
         const float x = coord(rng), y = coord(rng), z = height(rng);
         const ColorRGB colour = palette[rng() % 6];
         const auto layer = std::int16_t(rng() % 4);
-        editor.doc.setLabelSelected(addTestLabel(editor, x, y, z, colour, "Place_" + std::to_string(i), layer), selected);
+        editor.doc.setLabelSelected(addTestLabel(editor, x, y, z, colour, "Place_" + std::to_string(i), layer),
+                                    selected);
     }
 }
 

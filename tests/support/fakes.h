@@ -1,7 +1,7 @@
 #pragma once
 
-#include "testing/fakes.h"
 #include "editor/editor.h"
+#include "testing/fakes.h"
 #include "tests/support/qtprinters.h"
 #include "tests/support/recordingsurface.h"
 

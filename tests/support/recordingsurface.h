@@ -15,9 +15,9 @@ public:
 
     struct Call {
         Op op = Op::Clear;
-        float a = 0, b = 0, c = 0, d = 0;  // coordinates, sizes or widths
-        ColorRGB colour;                    // pen, fill or outline colour
-        std::string text;                   // printed text
+        float a = 0, b = 0, c = 0, d = 0; // coordinates, sizes or widths
+        ColorRGB colour; // pen, fill or outline colour
+        std::string text; // printed text
         // The drawing state in force when the call was made.
         ColorRGB pen;
         ColorRGB fill;
@@ -29,16 +29,32 @@ public:
 
     float width() const override { return m_width; }
     float height() const override { return m_height; }
-    void resize(float w, float h) override { m_width = w; m_height = h; }
+    void resize(float w, float h) override
+    {
+        m_width = w;
+        m_height = h;
+    }
     ColorRGB backColor() const override { return m_back; }
     void setBackColor(ColorRGB c) override { m_back = c; }
 
     void clear() override { add(Op::Clear); }
-    void setPenWidth(int px) override { m_penWidth = px; add(Op::PenWidth, float(px)); }
-    void setPenColor(ColorRGB c) override { m_pen = c; add(Op::PenColor, 0, 0, 0, 0, c); }
+    void setPenWidth(int px) override
+    {
+        m_penWidth = px;
+        add(Op::PenWidth, float(px));
+    }
+    void setPenColor(ColorRGB c) override
+    {
+        m_pen = c;
+        add(Op::PenColor, 0, 0, 0, 0, c);
+    }
     int penWidth() const override { return m_penWidth; }
     ColorRGB penColor() const override { return m_pen; }
-    void setFillColor(ColorRGB c) override { m_fill = c; add(Op::FillColor, 0, 0, 0, 0, c); }
+    void setFillColor(ColorRGB c) override
+    {
+        m_fill = c;
+        add(Op::FillColor, 0, 0, 0, 0, c);
+    }
     void line(float x1, float y1, float x2, float y2) override { add(Op::Line, x1, y1, x2, y2, m_pen); }
     void circle(float cx, float cy, float r, ColorRGB outline) override { add(Op::Circle, cx, cy, r, 0, outline); }
     void setTextPosition(float x, float y) override { add(Op::TextPosition, x, y); }

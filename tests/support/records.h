@@ -14,7 +14,7 @@ namespace plotwell::test {
 
 // Appends a line record through the document's own record text; its index.
 inline std::size_t addTestLine(Editor& editor, float x1, float y1, float z1, float x2, float y2, float z2,
-                            ColorRGB colour, std::int16_t layer = 0)
+                               ColorRGB colour, std::int16_t layer = 0)
 {
     char text[256];
     std::snprintf(text, sizeof text, "%.9g,%.9g,%.9g,%.9g,%.9g,%.9g,%d,%d,%d", double(x1), double(y1), double(z1),
@@ -25,7 +25,7 @@ inline std::size_t addTestLine(Editor& editor, float x1, float y1, float z1, flo
 }
 
 inline std::size_t addTestLabel(Editor& editor, float x, float y, float z, ColorRGB colour, const std::string& name,
-                              std::int16_t layer = 0, int size = 1)
+                                std::int16_t layer = 0, int size = 1)
 {
     char text[256];
     std::snprintf(text, sizeof text, "%.9g,%.9g,%.9g,%d,%d,%d,%d,%s", double(x), double(y), double(z), colour.r,

@@ -1,5 +1,5 @@
-#include "editor/viewcommands.h"
 #include "editor/mapevents.h"
+#include "editor/viewcommands.h"
 #include "tools/tooldispatch.h"
 
 #include "tests/support/fakes.h"
@@ -116,7 +116,10 @@ TEST(Dispatch, MoveByToolAndButtons)
             EXPECT_EQ(e.view.offsetX - offsetBefore, fromOrigin ? 110 : panning ? 100 : 0) << what;
             // Every move shows where the pointer is, in the view as it was.
             EXPECT_EQ(e.view.lastMousePoint.x, 110) << what;
-            EXPECT_EQ(e.view.readout.x, fromOrigin ? QStringLiteral("60") : panning ? QStringLiteral("70") : QStringLiteral("110"))
+            EXPECT_EQ(e.view.readout.x,
+                      fromOrigin    ? QStringLiteral("60")
+                          : panning ? QStringLiteral("70")
+                                    : QStringLiteral("110"))
                 << what;
             const bool movePointer = tool == ToolId::Pan || tool == ToolId::Move;
             EXPECT_EQ(e.tools.state.mapCursor == MapCursor::Move, rightDrag || movePointer) << what;
@@ -216,12 +219,17 @@ TEST(ViewKeys, ArrowsAndZoomKeysByModifier)
         float dx, dy, scale;
     };
     const Case cases[] = {
-        {Key::Left, 0, -10, 0, 1},         {Key::Right, 0, 10, 0, 1},
-        {Key::Up, 0, 0, -10, 1},           {Key::Down, 0, 0, 10, 1},
-        {Key::Right, kShiftMask, 500, 0, 1}, {Key::Right, kShiftMask | kCtrlMask, 10, 0, 1},
+        {Key::Left, 0, -10, 0, 1},
+        {Key::Right, 0, 10, 0, 1},
+        {Key::Up, 0, 0, -10, 1},
+        {Key::Down, 0, 0, 10, 1},
+        {Key::Right, kShiftMask, 500, 0, 1},
+        {Key::Right, kShiftMask | kCtrlMask, 10, 0, 1},
         {Key::Down, kShiftMask | kAltMask, 0, 10, 1},
-        {Key::PadPlus, 0, 0, 0, 1.01f},    {Key::Plus, kShiftMask, 0, 0, 1.1f},
-        {Key::PadMinus, 0, 0, 0, 0.99f},   {Key::Minus, kShiftMask, 0, 0, 0.9f},
+        {Key::PadPlus, 0, 0, 0, 1.01f},
+        {Key::Plus, kShiftMask, 0, 0, 1.1f},
+        {Key::PadMinus, 0, 0, 0, 0.99f},
+        {Key::Minus, kShiftMask, 0, 0, 0.9f},
         {Key::Minus, kCtrlMask | kShiftMask, 0, 0, 0.99f},
     };
     for (const Case& c : cases) {

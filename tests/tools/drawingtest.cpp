@@ -1,5 +1,5 @@
-#include "editor/mapsaving.h"
 #include "editor/mapevents.h"
+#include "editor/mapsaving.h"
 #include "editor/viewcommands.h"
 #include "tools/crosshairtool.h"
 #include "tools/tooldispatch.h"
@@ -104,10 +104,11 @@ TEST(FreehandTool, PointsAtLeastThirtyWorldUnitsApart)
         w.release();
         w.move(500 * scale, 50 * scale, kLeftButton); // a new stroke starts unjoined
         w.move(600 * scale, 50 * scale, kLeftButton);
-        EXPECT_EQ(w.saved(), "L 10,50,5,40,50,5,10,20,30\r\n"
-                             "L 40,50,5,70,50,5,10,20,30\r\n"
-                             "L 70,50,5,100,50,5,10,20,30\r\n"
-                             "L 500,50,5,600,50,5,10,20,30\r\n")
+        EXPECT_EQ(w.saved(),
+                  "L 10,50,5,40,50,5,10,20,30\r\n"
+                  "L 40,50,5,70,50,5,10,20,30\r\n"
+                  "L 70,50,5,100,50,5,10,20,30\r\n"
+                  "L 500,50,5,600,50,5,10,20,30\r\n")
             << "scale " << scale;
     }
 }
@@ -129,7 +130,10 @@ TEST(LabelTool, EnterMakesALabelWhereTheBoxOpened)
         {"Guard Tower\nLevel 2", "P 40,60,5,10,20,30,1,Guard_Tower\r\n"},
         {"Bank \r\n", "P 40,60,5,10,20,30,1,Bank\r\n"},
         {"\rBank", nullptr},
-        {"Stra\xc3\x9f" "e \xe2\x98\x83", "P 40,60,5,10,20,30,1,Stra\xdf" "e_?\r\n"},
+        {"Stra\xc3\x9f"
+         "e \xe2\x98\x83",
+         "P 40,60,5,10,20,30,1,Stra\xdf"
+         "e_?\r\n"},
     };
     for (const auto& c : cases) {
         DrawWorld w(ToolId::Label);
@@ -194,7 +198,7 @@ TEST(ShiftToLoc, TheTypedLocationComesUnderTheMark)
         {"-120.5, 340", true, -340, 120.5f},
         {"-120.5,340", true, -340, 120.5f},
         {"Loc: 300 , -12.5", true, 12.5f, 0}, // a word before the comma reads as 0
-        {" - 1 2 , 3 4", true, -34, 12},      // blanks anywhere are ignored
+        {" - 1 2 , 3 4", true, -34, 12}, // blanks anywhere are ignored
         {"NaN, 5", true, -5, 0},
         {",5", true, -5, 0},
         {"340", false, 0, 0},

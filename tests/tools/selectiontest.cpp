@@ -87,8 +87,11 @@ TEST(HitTest, AClickIsTakenToTheWorldFirst)
     const struct {
         float scale, offsetX, offsetY, worldY;
         bool hit;
-    } cases[] = {{2.5f, 300, -150, 51.9f, true}, {2.5f, 300, -150, 52.1f, false}, {0.5f, -40, 70, 48.1f, true},
-                 {0.5f, -40, 70, 47.9f, false}, {1, 0, 0, 51.9f, true}};
+    } cases[] = {{2.5f, 300, -150, 51.9f, true},
+                 {2.5f, 300, -150, 52.1f, false},
+                 {0.5f, -40, 70, 48.1f, true},
+                 {0.5f, -40, 70, 47.9f, false},
+                 {1, 0, 0, 51.9f, true}};
     for (const auto& c : cases) {
         FakeWorld w;
         Editor& e = w.editor;
@@ -120,13 +123,13 @@ TEST(HitTest, LayersShownKindsAndTheHeightFilter)
     FakeWorld w;
     Editor& e = w.editor;
     e.doc.activeLayer = 1;
-    addTestLine(e, 0, 0, 0, 100, 0, 0, kBlue, 2);      // another layer: still hit
-    addTestLine(e, 0, 0, 500, 100, 0, 0, kBlue, 1);    // first end far above
-    addTestLine(e, 0, 0, 0, 100, 0, 500, kBlue, 1);    // second end far above: counts as near
+    addTestLine(e, 0, 0, 0, 100, 0, 0, kBlue, 2); // another layer: still hit
+    addTestLine(e, 0, 0, 500, 100, 0, 0, kBlue, 1); // first end far above
+    addTestLine(e, 0, 0, 0, 100, 0, 500, kBlue, 1); // second end far above: counts as near
     addTestLabel(e, 50, 1, 0, kBlue, "Here", 1);
-    addTestLabel(e, 50, 1, 0, kBlue, "Other", 3);       // another layer: never hit
-    addTestLabel(e, 51, 0, 1.5f, kBlue, "Close", 1);    // within 2 in height
-    addTestLabel(e, 49, 0, 3, kBlue, "Above", 1);       // 3 above: out with the filter on
+    addTestLabel(e, 50, 1, 0, kBlue, "Other", 3); // another layer: never hit
+    addTestLabel(e, 51, 0, 1.5f, kBlue, "Close", 1); // within 2 in height
+    addTestLabel(e, 49, 0, 3, kBlue, "Above", 1); // 3 above: out with the filter on
 
     e.display.heightFilterOn = true;
     e.display.heightRange = 100;
@@ -158,18 +161,18 @@ TEST(SelectBox, SelectsRecordsWithAPointInsideOnTheActiveLayerOnly)
         FakeWorld w;
         Editor& e = w.editor;
         e.view.offsetX = 10; // the rectangle is in surface units, the records in world units
-        addTestLine(e, 20, 20, 0, 300, 300, 0, kBlue);  // first end inside
-        addTestLine(e, 300, 300, 0, 80, 40, 0, kBlue);  // second end inside
-        addTestLine(e, -50, 30, 0, 200, 30, 0, kBlue);  // crosses, both ends outside
-        addTestLine(e, 40, 40, 0, 40, 40, 0, kBlue);    // degenerate, inside
+        addTestLine(e, 20, 20, 0, 300, 300, 0, kBlue); // first end inside
+        addTestLine(e, 300, 300, 0, 80, 40, 0, kBlue); // second end inside
+        addTestLine(e, -50, 30, 0, 200, 30, 0, kBlue); // crosses, both ends outside
+        addTestLine(e, 40, 40, 0, 40, 40, 0, kBlue); // degenerate, inside
         addTestLine(e, 30, 30, 0, 31, 31, 0, kBlue, 2); // another layer
         addTestLabel(e, 50, 50, 0, kBlue, "In");
         addTestLabel(e, 50, 50, 0, kBlue, "Elsewhere", 3);
         addTestLabel(e, 95, 50, 0, kBlue, "Beyond"); // world 95 is surface 105
         addTestLabel(e, -10, 10, 0, kBlue, "Corner"); // on the edges: inside
         addTestLabel(e, 90, 70, 0, kBlue, "Corner");
-        e.display.linesChecked = false;               // the rectangle selects hidden records too
-        e.doc.setLabelSelected(2, true);              // and clears nothing
+        e.display.linesChecked = false; // the rectangle selects hidden records too
+        e.doc.setLabelSelected(2, true); // and clears nothing
         e.selection.showSelectBox(d.a, d.b);
         EXPECT_TRUE(e.selection.box.visible);
         e.selection.selectInBox(e.doc, e.view, e.display);

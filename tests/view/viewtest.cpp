@@ -68,7 +68,8 @@ TEST(LocationReadout, ShowsTheWorldPointAndTheNegatedLoc)
         editor.view.offsetY = c.offsetY;
         editor.view.currentZ = c.z;
         showLocation(editor.view, c.x, c.y);
-        const QStringList shown{editor.view.readout.x, editor.view.readout.y, editor.view.readout.z, editor.view.readout.loc};
+        const QStringList shown{editor.view.readout.x, editor.view.readout.y, editor.view.readout.z,
+                                editor.view.readout.loc};
         EXPECT_EQ(shown, (QStringList{c.lblX, c.lblY, c.lblZ, c.loc}));
     }
 }

@@ -1,7 +1,7 @@
+#include "view/zoom.h"
 #include "editor/viewcommands.h"
 #include "tests/support/fakes.h"
 #include "view/viewcontrol.h"
-#include "view/zoom.h"
 
 #include <gtest/gtest.h>
 
@@ -28,9 +28,9 @@ void add(Editor& e, Content kind, float x1, float y1, float x2 = 0, float y2 = 0
     }
     const std::string start = std::to_string(x1) + "," + std::to_string(y1) + ",0,";
     const std::string end = std::to_string(x2) + "," + std::to_string(y2) + ",0,0,0,0";
-    ASSERT_FALSE(kind == Line    ? e.doc.addLine(start + end, layer, e.view.currentScale)
-                 : kind == Label ? e.doc.addLabel(start + "0,0,0,1,here", layer, e.view.currentScale)
-                                 : RecordError());
+    ASSERT_FALSE(kind == Line        ? e.doc.addLine(start + end, layer, e.view.currentScale)
+                     : kind == Label ? e.doc.addLabel(start + "0,0,0,1,here", layer, e.view.currentScale)
+                                     : RecordError());
 }
 
 class Zoom : public ::testing::Test {
@@ -50,9 +50,15 @@ TEST_F(Zoom, StripReadsHalfAtItsLeftEndAndHundredAtItsRightUnderTheLeftButtonAlo
     const struct {
         int button;
         float x, scale;
-    } cases[] = {{kLeftButton, 0, 0.5f},      {kLeftButton, w, 100},   {kLeftButton, w / 2, 50.25f},
-                 {kLeftButton, w / 4, 25.375f}, {kLeftButton, -50, 0.5f}, {kLeftButton, w + 100, 100},
-                 {0, w, 1},                    {kRightButton, w, 1},    {kMiddleButton, w, 1},
+    } cases[] = {{kLeftButton, 0, 0.5f},
+                 {kLeftButton, w, 100},
+                 {kLeftButton, w / 2, 50.25f},
+                 {kLeftButton, w / 4, 25.375f},
+                 {kLeftButton, -50, 0.5f},
+                 {kLeftButton, w + 100, 100},
+                 {0, w, 1},
+                 {kRightButton, w, 1},
+                 {kMiddleButton, w, 1},
                  {kLeftButton | kRightButton, w, 1}};
     for (const auto& c : cases) {
         setCurrentScale(editor.view, editor.doc, 1);
