@@ -181,6 +181,20 @@ TEST(MoveSelection, TypedDistanceInTheGamesOrderAndSigns)
     EXPECT_EQ(w.dialogs.messages.back().text, QStringLiteral("The selection cannot be moved that far."));
 }
 
+// A move's step counts the memory it holds: each line's two ends, before and after.
+TEST(MoveSelection, AStepCountsTheMemoryItHolds)
+{
+    EditWorld w;
+    Editor& e = w.editor;
+    for (int i = 0; i < 1000; ++i) {
+        addTestLine(e, float(i), 0, 0, float(i), 1, 0, kBlack);
+        e.doc.setLineSelected(std::size_t(i), true);
+    }
+    const std::size_t before = e.history.bytes();
+    ASSERT_TRUE(moveSelection(e.toolContext(), 1, 1, 0));
+    EXPECT_GE(e.history.bytes() - before, 1000 * 4 * sizeof(MapPoint));
+}
+
 // A label moved by a drag and given new properties saves as the moved,
 // renamed record; the text is read as the Label tool reads one.
 TEST(LabelProperties, MovedAndRenamedLabelSavesSo)
