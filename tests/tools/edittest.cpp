@@ -236,6 +236,10 @@ TEST(LabelProperties, MovedAndRenamedLabelSavesSo)
 
     e.doc.setLabelSelected(1, true);
     EXPECT_FALSE(canEditLabelProperties(e)) << "two labels selected";
+    const std::size_t shown = w.dialogs.labelShown.size();
+    e.doc.activeLayer = std::int16_t(e.doc.labels()[1].layer == 2 ? 3 : 2);
+    mapDoubleClick(e, kLeftButton, w.at(90, 90));
+    EXPECT_EQ(w.dialogs.labelShown.size(), shown) << "a label of a layer not active is not opened";
 }
 
 // With snapping on, a chain drawn near old ends closes exactly on them, the
