@@ -172,13 +172,18 @@ TEST(MoveSelection, TypedDistanceInTheGamesOrderAndSigns)
     expectPoint(e.doc.lines()[0].p1, 20.5f, -10, 5, 2);
     EXPECT_EQ(parseMoveDistance(QStringLiteral("1, 2")), (std::array<float, 3>{-2, -1, 0}));
 
-    // A move that would leave a point beyond what a single holds is refused whole.
-    w.dialogs.answers = {QStringLiteral("0, -3e38"), QStringLiteral("0, -3e38")};
+    // A move that would leave a point beyond what a single holds is refused
+    // whole, and said; a move by nothing says nothing.
+    w.dialogs.messages.clear();
+    w.dialogs.answers = {QStringLiteral("0, 0"), QStringLiteral("0, -3e38"), QStringLiteral("0, -3e38")};
+    moveSelectionFromMenu(e);
+    EXPECT_TRUE(w.dialogs.messages.empty());
     moveSelectionFromMenu(e);
     moveSelectionFromMenu(e);
     EXPECT_EQ(e.history.stepCount(), 2u);
     EXPECT_EQ(e.doc.lines()[0].p1.x, 3e38f);
-    EXPECT_EQ(w.dialogs.messages.back().text, QStringLiteral("The selection cannot be moved that far."));
+    ASSERT_EQ(w.dialogs.messages.size(), 1u);
+    EXPECT_EQ(w.dialogs.messages[0].text, QStringLiteral("The selection cannot be moved that far."));
 }
 
 // A move's step counts the memory it holds: each line's two ends, before and after.
