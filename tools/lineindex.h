@@ -35,10 +35,7 @@ public:
         const std::size_t cell = cellIndex(cellColumn(x), cellRow(y));
         for (std::uint32_t k = m_cellStart[cell]; k < m_cellStart[cell + 1]; ++k)
             visit(std::size_t(m_entries[k]));
-        for (const std::uint32_t i : m_wide)
-            visit(std::size_t(i));
-        for (std::size_t i = m_indexed; i < count; ++i)
-            visit(i);
+        visitOffGrid(count, visit);
     }
 
     // Calls visit(index) for every line with an end within r world units of
@@ -64,16 +61,22 @@ public:
                     visit(std::size_t(m_entries[k]));
             }
         }
-        for (const std::uint32_t i : m_wide)
-            visit(std::size_t(i));
-        for (std::size_t i = m_indexed; i < count; ++i)
-            visit(i);
+        visitOffGrid(count, visit);
     }
 
     // Below this many lines the walk over all of them is as quick.
     static constexpr std::size_t kMinLines = 2048;
 
 private:
+    // The lines no cell lists: those wider than a cell, and those added since the grid was built.
+    template <typename Visit> void visitOffGrid(std::size_t count, Visit& visit) const
+    {
+        for (const std::uint32_t i : m_wide)
+            visit(std::size_t(i));
+        for (std::size_t i = m_indexed; i < count; ++i)
+            visit(i);
+    }
+
     // About as many lines as the grid lists in one cell.
     static constexpr double kLinesPerCellGuess = 4;
 
