@@ -1,6 +1,7 @@
 #include "bench/benches.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -69,14 +70,19 @@ double ratioArgument(int argc, char** argv)
 int main(int argc, char** argv)
 {
     // The window's benchmarks run offscreen, on a screen of the ratio asked for.
+    // The platform's arguments are cut at every colon, a Windows drive
+    // letter's too: the file is named from its own folder, the working one
+    // while the platform starts.
     QTemporaryDir screens;
     const double ratio = ratioArgument(argc, argv);
+    const QString workingFolder = QDir::currentPath();
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         const QString config = ratio >= 0.25 && ratio <= 8 ? screensAtRatio(ratio, screens) : QString();
-        qputenv("QT_QPA_PLATFORM",
-                config.isEmpty() ? QByteArray("offscreen") : "offscreen:configfile=" + config.toLocal8Bit());
+        const bool found = !config.isEmpty() && QDir::setCurrent(screens.path());
+        qputenv("QT_QPA_PLATFORM", found ? QByteArray("offscreen:configfile=screens.json") : QByteArray("offscreen"));
     }
     QApplication app(argc, argv);
+    QDir::setCurrent(workingFolder);
     QStringList args = app.arguments();
     args.removeFirst();
     const QString which = args.isEmpty() ? QString() : args.takeFirst();
