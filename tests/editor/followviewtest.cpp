@@ -35,6 +35,13 @@ TEST(KeepPlayerInView, AWalkOffTheScreenKeepsTheMarkerInView)
         const MapPoint& at = e.follower.marker.at;
         return SurfacePoint{at.x * e.view.currentScale + e.view.offsetX, at.y * e.view.currentScale + e.view.offsetY};
     };
+    // On the margin's very line the marker stays where it is, on each side.
+    for (const char* onMargin : {"0, 1600", "0, -1600", "1200, 0", "-1200, 0"}) {
+        appendBytes(log, QByteArray("Your Location is ") + onMargin + ", 0\n");
+        pollGameLog(e);
+        EXPECT_EQ(e.view.offsetX, 3000) << onMargin;
+        EXPECT_EQ(e.view.offsetY, 2250) << onMargin;
+    }
     // A walk east, 100 world units (150 twips) a step, in the game's y, x order.
     int stepsThatPanned = 0;
     for (int i = 0; i < 40; ++i) {

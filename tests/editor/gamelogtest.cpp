@@ -33,8 +33,17 @@ TEST(FollowGameLog, LocationsAppendedToTheLogMoveTheMarkerSetZAndDrawThePath)
     setActiveLayer(e, 2);
     e.palette.activeColor = {10, 20, 30};
     e.follower.keepInView = false; // the view stays, so the marker is drawn where the log puts it
+    // The map commands share the dialog: it opens on the log folder and is
+    // left as they had it.
+    w.fileDialog.initialFolder = QStringLiteral("/maps/");
+    w.fileDialog.fileName = QStringLiteral("/maps/zone.txt");
+    w.fileDialog.filter = QStringLiteral("Map files");
     w.fileDialog.answers = {log};
     followGameLogFromMenu(e);
+    EXPECT_EQ(w.fileDialog.shownFolders, QStringList{QStringLiteral(".")});
+    EXPECT_EQ(w.fileDialog.initialFolder, QStringLiteral("/maps/"));
+    EXPECT_EQ(w.fileDialog.fileName, QStringLiteral("/maps/zone.txt"));
+    EXPECT_EQ(w.fileDialog.filter, QStringLiteral("Map files"));
     EXPECT_EQ(w.settings.get(QStringLiteral("settings"), QStringLiteral("previousLogFolder"), {}),
               QDir::toNativeSeparators(dir.path()) + QDir::separator());
     toggleRecordPath(e);
@@ -105,6 +114,17 @@ TEST(FollowGameLog, LocationsAppendedToTheLogMoveTheMarkerSetZAndDrawThePath)
               "L 200,-100.5,5.25,-40.25,30,-7,10,20,30\r\n"
               "L -40.25,30,-7,-60,-50,0,10,20,30\r\n"
               "L 5,-5,1,-1000,-12345.67,10,10,20,30\r\n");
+    // Following another log starts from nothing: the old marker goes, and the
+    // old log's unfinished line does not begin the new one's first.
+    append(kTime + "Your Location is 1");
+    const QString other = writeBytes(dir.filePath(QStringLiteral("eqlog_Other_quillmere.txt")), "");
+    followGameLog(e, other);
+    EXPECT_FALSE(e.follower.marker.shown);
+    appendBytes(other, "2, 3, 4\n" + kTime + "Your Location is 7, 8, 9\n");
+    pollGameLog(e);
+    markerAt(-8, -7, 9);
+    EXPECT_EQ(e.doc.lineCount(), 3u) << "the first location of the new log draws no path";
+
     stopFollowing(e);
     EXPECT_FALSE(e.follower.marker.shown);
     EXPECT_FALSE(e.follower.following());

@@ -186,18 +186,42 @@ TEST(MoveSelection, TypedDistanceInTheGamesOrderAndSigns)
     EXPECT_EQ(w.dialogs.messages[0].text, QStringLiteral("The selection cannot be moved that far."));
 }
 
-// A move's step counts the memory it holds: each line's two ends, before and after.
-TEST(MoveSelection, AStepCountsTheMemoryItHolds)
+// A move's step counts the memory it holds (each line's two ends and each
+// label's place, before and after, and their indexes), and a step whose
+// records the document no longer holds empties the history rather than
+// writing past them.
+TEST(MoveSelection, AStepCountsItsMemoryAndNeverReachesPastTheRecords)
 {
     EditWorld w;
     Editor& e = w.editor;
     for (int i = 0; i < 1000; ++i) {
         addTestLine(e, float(i), 0, 0, float(i), 1, 0, kBlack);
+        addTestLabel(e, float(i), 5, 0, kBlack, "L");
         e.doc.setLineSelected(std::size_t(i), true);
+        e.doc.setLabelSelected(std::size_t(i), true);
     }
     const std::size_t before = e.history.bytes();
     ASSERT_TRUE(moveSelection(e.toolContext(), 1, 1, 0));
-    EXPECT_GE(e.history.bytes() - before, 1000 * 4 * sizeof(MapPoint));
+    EXPECT_GE(e.history.bytes() - before, 1000 * 6 * sizeof(MapPoint) + 2000 * sizeof(std::uint32_t));
+
+    for (const bool dropLabel : {false, true}) {
+        EditWorld o;
+        Editor& d = o.editor;
+        addTestLine(d, 0, 0, 0, 1, 1, 0, kBlack);
+        addTestLine(d, 2, 2, 0, 3, 3, 0, kBlack);
+        addTestLabel(d, 5, 5, 0, kBlack, "A");
+        addTestLabel(d, 6, 6, 0, kBlack, "B");
+        d.doc.setLineSelected(0, true);
+        ASSERT_TRUE(moveSelection(d.toolContext(), 1, 1, 0));
+        d.doc.clearSelection();
+        d.doc.setLineSelected(1, true);
+        d.doc.setLabelSelected(1, true);
+        ASSERT_TRUE(moveSelection(d.toolContext(), 1, 1, 0));
+        d.doc.keepFirst(dropLabel ? 2 : 1, dropLabel ? 1 : 2);
+        undoEdit(d);
+        EXPECT_FALSE(d.history.canUndo()) << (dropLabel ? "a label" : "a line") << " gone";
+        EXPECT_EQ(d.doc.lines()[0].p1.x, 1) << "the first move stays";
+    }
 }
 
 // A label moved by a drag and given new properties saves as the moved,
