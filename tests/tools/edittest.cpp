@@ -169,21 +169,26 @@ TEST(MoveSelection, TypedDistanceInTheGamesOrderAndSigns)
         moveSelectionFromMenu(e);
     }
     EXPECT_EQ(e.history.stepCount(), 1u) << "nothing else moved anything";
+    ASSERT_EQ(w.dialogs.messages.size(), 6u) << "all but the empty answer and the move by nothing are told";
+    EXPECT_EQ(w.dialogs.messages[0].text,
+              QStringLiteral("The distance is two or three numbers: y, x and, if wanted, z."));
     expectPoint(e.doc.lines()[0].p1, 20.5f, -10, 5, 2);
     EXPECT_EQ(parseMoveDistance(QStringLiteral("1, 2")), (std::array<float, 3>{-2, -1, 0}));
 
     // A move that would leave a point beyond what a single holds is refused
     // whole, and said; a move by nothing says nothing.
     w.dialogs.messages.clear();
-    w.dialogs.answers = {QStringLiteral("0, 0"), QStringLiteral("0, -3e38"), QStringLiteral("0, -3e38")};
+    w.dialogs.answers = {QStringLiteral("0, 0"), QStringLiteral("0, -3e38"), QStringLiteral("0, -3e38"),
+                         QStringLiteral("-3e38, 0"), QStringLiteral("-3e38, 0")};
     moveSelectionFromMenu(e);
     EXPECT_TRUE(w.dialogs.messages.empty());
-    moveSelectionFromMenu(e);
-    moveSelectionFromMenu(e);
-    EXPECT_EQ(e.history.stepCount(), 2u);
+    for (int i = 0; i < 4; ++i)
+        moveSelectionFromMenu(e);
+    EXPECT_EQ(e.history.stepCount(), 3u);
     EXPECT_EQ(e.doc.lines()[0].p1.x, 3e38f);
-    ASSERT_EQ(w.dialogs.messages.size(), 1u);
-    EXPECT_EQ(w.dialogs.messages[0].text, QStringLiteral("The selection cannot be moved that far."));
+    EXPECT_EQ(e.doc.lines()[0].p1.y, 3e38f);
+    ASSERT_EQ(w.dialogs.messages.size(), 2u) << "along x, then along y";
+    EXPECT_EQ(w.dialogs.messages[1].text, QStringLiteral("The selection cannot be moved that far."));
 }
 
 // A move's step counts the memory it holds (each line's two ends and each
