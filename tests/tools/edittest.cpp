@@ -345,6 +345,7 @@ TEST(Snapping, OnlyShownEndsAndEveryToolThatTakesPoints)
     w.press(110.5f, 100.5f);
     w.move(101, 101);
     EXPECT_FALSE(e.tools.state.marks.ringShown && e.tools.state.marks.ring.x == 100) << "its own ends move with it";
+    EXPECT_EQ(e.tools.state.marks.dy, 1) << "and are not taken";
     w.move(199, 201);
     w.release();
     EXPECT_EQ(e.doc.lines()[1].p2.x, 200);
