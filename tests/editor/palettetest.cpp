@@ -19,7 +19,6 @@ namespace {
 struct PaletteWorld : FakeWorld {
     PaletteWorld()
     {
-        editor.focusMap = [this] { ++focused; };
         addTestLine(editor, 0, 0, 0, 10, 10, 0, {1, 1, 1});
         addTestLine(editor, 0, 0, 0, 10, 10, 0, {2, 2, 2});
         addTestLabel(editor, 0, 0, 0, {3, 3, 3}, "Chosen");
@@ -32,7 +31,6 @@ struct PaletteWorld : FakeWorld {
         const auto v = [](const auto& r) { return int(ColorRGB{r.r, r.g, r.b}.value()); };
         return {v(editor.doc.lines()[0]), v(editor.doc.lines()[1]), v(editor.doc.labels()[0])};
     }
-    int focused = 0;
 };
 
 TEST(ColourStrip, ADragReachesOneOfOneHundredAndOnePositions)

@@ -83,9 +83,7 @@ struct UnderlayWorld : FakeWorld {
     {
         editor.underlay.picture = solid(5, 5, qRgb(9, 9, 9));
         editor.underlay.underlayOn = false;
-        editor.focusMap = [this] { ++focused; };
     }
-    int focused = 0;
 };
 
 TEST(Underlay, APictureThatCannotBeReadChangesNothingButTheFolder)
