@@ -1,6 +1,7 @@
 #include "document/mapreader.h"
 #include "tests/support/childrun.h"
 #include "tests/support/devices.h"
+#include "tests/support/files.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -177,12 +178,7 @@ TEST(HostileRead, OnlyRegularFilesAreRead)
                                  : "No such file or directory");
     }
 
-    const QString locked = dir.filePath(QStringLiteral("locked.txt"));
-    {
-        QFile file(locked);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(kLine1);
-    }
+    const QString locked = test::writeBytes(dir.filePath(QStringLiteral("locked.txt")), kLine1);
     ASSERT_EQ(chmod(QFile::encodeName(dir.path()).constData(), 0755), 0);
     ASSERT_EQ(chmod(QFile::encodeName(locked).constData(), 0), 0);
     const auto error = test::runInChild({true, 0}, [&] {

@@ -17,15 +17,6 @@ using namespace plotwell::test;
 
 namespace {
 
-// A world that counts how often the map was given the focus.
-struct HandlerWorld : FakeWorld {
-    HandlerWorld()
-    {
-        editor.focusMap = [this] { ++focused; };
-    }
-    int focused = 0;
-};
-
 TEST(DisplayHandlers, CheckBoxesSetTheirMemberRedrawAndFocusTheMap)
 {
     const struct {
@@ -43,7 +34,7 @@ TEST(DisplayHandlers, CheckBoxesSetTheirMemberRedrawAndFocusTheMap)
         {"flash", chkFlashClicked, &DisplayOptions::flashChecked, nullptr, true, 2},
     };
     for (const auto& c : cases) {
-        HandlerWorld w;
+        FakeWorld w;
         DisplayOptions& options = w.editor.display;
         w.editor.doc.setLineSelected(addTestLine(w.editor, 0, 0, 0, 10, 10, 0, kBlack), true);
         for (int click = 1; click <= 2; ++click) {
@@ -70,23 +61,20 @@ TEST(DisplayHandlers, TheRightButtonAsksForTheHeightRangeAndTakesItsLeadingNumbe
         {100, '.', "0", "100", 100},
         {100, '.', "-5", "100", 100},
         {100, '.', "abc", "100", 100},
-        {100, '.', "", "100", 100},
         {100, '.', "12.5", "100", 12.5f},
         {100, '.', "40 units", "100", 40},
         {100, '.', "   7", "100", 7},
-        {100, '.', "2e1", "100", 20},
         {100, '.', ".5", "100", 0.5f},
         {100, '.', "1,5", "100", 1},
         {100, '.', "+3", "100", 3},
         {100, '.', "1e39", "100", 100},
-        {100, '.', "x12", "100", 100},
         // Offered in the locale's form with seven digits; the answer is read with "." only.
         {12.5f, ',', "12,5", "12,5", 12},
         {1.0f / 3, '.', "", "0.3333333", 1.0f / 3},
         {123456.78f, '.', "", "123456.8", 123456.78f},
     };
     for (const auto& c : cases) {
-        HandlerWorld w;
+        FakeWorld w;
         DisplayOptions& options = w.editor.display;
         w.editor.view.decimalSeparator = c.separator;
         options.heightRange = c.range;
@@ -103,7 +91,7 @@ TEST(DisplayHandlers, TheRightButtonAsksForTheHeightRangeAndTakesItsLeadingNumbe
         EXPECT_EQ(w.focused, 0) << "the prompt does not move the focus";
     }
     for (const int button : {kLeftButton, kMiddleButton}) {
-        HandlerWorld w;
+        FakeWorld w;
         chkHeightMouseDown(w.editor, button);
         EXPECT_TRUE(w.dialogs.prompts.empty());
         EXPECT_EQ(w.surface.frames(), 0);
@@ -112,7 +100,7 @@ TEST(DisplayHandlers, TheRightButtonAsksForTheHeightRangeAndTakesItsLeadingNumbe
 
 TEST(DisplayHandlers, SlidersKeepToTheirRangesAndAskForAFrame)
 {
-    HandlerWorld w;
+    FakeWorld w;
     const DisplayOptions& d = w.editor.display;
     stereoSliderMoved(w.editor, StereoSlider::Separation, 140);
     stereoSliderMoved(w.editor, StereoSlider::SeparationByHeight, 55);
@@ -126,7 +114,7 @@ TEST(DisplayHandlers, SlidersKeepToTheirRangesAndAskForAFrame)
 
 TEST(DisplayHandlers, TheEditMenusKeysUndoAndRedoBeforeTheMapSeesThem)
 {
-    HandlerWorld w;
+    FakeWorld w;
     Editor& e = w.editor;
     addTestLine(e, 0, 0, 0, 10, 10, 0, kBlack);
     e.doc.setLineSelected(0, true);

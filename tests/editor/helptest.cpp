@@ -1,9 +1,9 @@
 #include "editor/helpcommands.h"
 
 #include "tests/support/fakes.h"
+#include "tests/support/files.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -33,8 +33,7 @@ TEST(Readme, OpensTheFileBesideTheProgramOrInItsDocumentationFolder)
     QTemporaryDir dir;
     const auto touch = [&](const QString& relative) {
         QDir().mkpath(QFileInfo(dir.filePath(relative)).path());
-        QFile file(dir.filePath(relative));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        writeBytes(dir.filePath(relative), {});
     };
     FakeWorld w;
     w.launcher.folder = QDir::toNativeSeparators(dir.filePath(QStringLiteral("bin")));

@@ -1,6 +1,7 @@
 #include "editor/layercommands.h"
 #include "editor/maploading.h"
 #include "tests/support/fakes.h"
+#include "tests/support/files.h"
 #include "view/viewcontrol.h"
 
 #include <QDir>
@@ -14,6 +15,7 @@
 
 using namespace plotwell;
 using plotwell::test::FakeWorld;
+using plotwell::test::writeBytes;
 
 namespace {
 
@@ -42,10 +44,8 @@ protected:
     QString mapFile(const char* name, const QByteArray& text, const char* folder = "maps")
     {
         QDir(dir.path()).mkpath(QLatin1String(folder));
-        QFile file(dir.filePath(QLatin1String(folder) + QLatin1Char('/') + QLatin1String(name)));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text);
-        return QDir::toNativeSeparators(file.fileName());
+        return QDir::toNativeSeparators(
+            writeBytes(dir.filePath(QLatin1String(folder) + QLatin1Char('/') + QLatin1String(name)), text));
     }
     QString lineFile(const char* name, int x, const char* folder = "maps")
     {

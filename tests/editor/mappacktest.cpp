@@ -142,12 +142,8 @@ TEST_F(MapPack, OneFileInTwoLayersIsSavedFromBothWithoutAFalseWarning)
 
 TEST_F(MapPack, ARecoveredLayerKeepsItsFileGuarded)
 {
-    class Place : public RecoveryPlace {
-    public:
-        QTemporaryDir dir;
-        QString folder() const override { return dir.path(); }
-        qint64 msecsNow() const override { return 0; }
-    } place;
+    QTemporaryDir copies;
+    FakeRecoveryPlace place(copies.path());
     const QString path = zone("oasis.txt");
     const QByteArray before = fileBytes(path);
     {

@@ -9,11 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#ifdef Q_OS_LINUX
-#include <csignal>
-#include <sys/resource.h>
-#endif
-
 using namespace plotwell;
 using namespace plotwell::test;
 
@@ -113,35 +108,6 @@ TEST_F(SaveAllLayers, AFileThatCannotBeWrittenIsReportedAndTheNextLayerIsSaved)
     EXPECT_FALSE(QFile::exists(path("missing")));
     EXPECT_EQ(readFile(path("two.txt")), QByteArray("L 1,2,3,4,5,6,7,8,9\r\n"));
 }
-
-#ifdef Q_OS_LINUX
-TEST_F(SaveAllLayers, AWriteThatFailsHalfWayLeavesTheOldFileAsItWas)
-{
-    editor.doc.homes[1].layerFile = path("one.txt");
-    editor.doc.homes[2].layerFile = path("two.txt");
-    writeFile(editor.doc.homes[1].layerFile, "L 9,9,9,9,9,9,9,9,9\r\n");
-    for (int i = 0; i < 20000; ++i)
-        addLine(1, "1234.567,-2345.678,345.6789,1234.567,-2345.678,345.6789,255,255,255");
-    addLine(2);
-    // Files may not grow beyond 64 KB during the save: a disk that fills up
-    // in the middle of it, which not even root can write past.
-    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit old{};
-    getrlimit(RLIMIT_FSIZE, &old);
-    rlimit limit = old;
-    limit.rlim_cur = 1 << 16;
-    setrlimit(RLIMIT_FSIZE, &limit);
-    saveAllLayers(editor);
-    setrlimit(RLIMIT_FSIZE, &old);
-    std::signal(SIGXFSZ, oldHandler);
-    ASSERT_EQ(messages().size(), 1);
-    EXPECT_TRUE(
-        messages()[0].startsWith(QStringLiteral("The layer 1 could not be saved to %1: ").arg(path("one.txt"))));
-    EXPECT_EQ(readFile(path("one.txt")), QByteArray("L 9,9,9,9,9,9,9,9,9\r\n"));
-    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), (QStringList{"one.txt", "two.txt"})); // no leftovers
-    EXPECT_EQ(readFile(path("two.txt")), QByteArray("L 1,2,3,4,5,6,7,8,9\r\n"));
-}
-#endif
 
 TEST_F(SaveAllLayers, AFileChangedByAnotherProgramIsReplacedOnlyOnTheNextSave)
 {

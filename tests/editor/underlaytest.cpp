@@ -4,9 +4,9 @@
 
 #include "platform/qimagesurface.h"
 #include "tests/support/fakes.h"
+#include "tests/support/files.h"
 
 #include <QBuffer>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -83,19 +83,14 @@ struct UnderlayWorld : FakeWorld {
     {
         editor.underlay.picture = solid(5, 5, qRgb(9, 9, 9));
         editor.underlay.underlayOn = false;
-        editor.focusMap = [this] { ++focused; };
     }
-    int focused = 0;
 };
 
 TEST(Underlay, APictureThatCannotBeReadChangesNothingButTheFolder)
 {
     QTemporaryDir dir;
     const auto write = [&](const QString& name, const QByteArray& bytes) {
-        QFile file(dir.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-        return QDir::toNativeSeparators(file.fileName());
+        return QDir::toNativeSeparators(writeBytes(dir.filePath(name), bytes));
     };
     QByteArray png;
     {

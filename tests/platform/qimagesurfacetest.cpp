@@ -19,7 +19,6 @@ using namespace plotwell::test;
 
 namespace {
 
-constexpr ColorRGB kBlue{0, 0, 255};
 constexpr ColorRGB kGreen{0, 160, 0};
 constexpr float kPx = 15; // twips to a pixel
 

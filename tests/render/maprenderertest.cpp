@@ -12,7 +12,6 @@ using namespace plotwell::test;
 namespace {
 
 constexpr ColorRGB kGreen{0, 255, 0};
-constexpr ColorRGB kBlue{0, 0, 255};
 
 TEST(MapRenderer, AnEmptyFrameClearsAndPresentsAndHoldDrawsNothing)
 {

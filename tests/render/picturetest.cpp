@@ -19,9 +19,7 @@ using namespace plotwell::test;
 
 namespace {
 
-constexpr ColorRGB kRed{255, 0, 0};
 constexpr ColorRGB kGreen{0, 255, 0};
-constexpr ColorRGB kBlue{0, 0, 255};
 
 // Fitted into 240 x 140 pixels with a margin of 16, the box of 100 x 50 world
 // units takes 2.08 pixels a unit: 208 x 104 pixels from (16, 18).

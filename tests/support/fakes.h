@@ -22,9 +22,14 @@ struct RecordingHolder {
     RecordingSurface surface;
 };
 
-// An editor on a recording surface: nothing reaches the user's settings, clipboard or screen.
+// An editor on a recording surface: nothing reaches the user's settings,
+// clipboard or screen. It counts how often the map was given the focus.
 struct FakeWorld : RecordingHolder, EditorOn {
-    FakeWorld() : EditorOn(surface) {}
+    FakeWorld() : EditorOn(surface)
+    {
+        editor.focusMap = [this] { ++focused; };
+    }
+    int focused = 0;
 };
 
 } // namespace plotwell::test

@@ -12,6 +12,8 @@
 
 namespace plotwell::test {
 
+constexpr ColorRGB kBlue{0, 0, 255};
+
 // Appends a line record through the document's own record text; its index.
 inline std::size_t addTestLine(Editor& editor, float x1, float y1, float z1, float x2, float y2, float z2,
                                ColorRGB colour, std::int16_t layer = 0)

@@ -5,10 +5,10 @@
 #include "tools/tooldispatch.h"
 
 #include "tests/support/fakes.h"
+#include "tests/support/files.h"
 #include "tests/support/records.h"
 #include "view/zoom.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -43,8 +43,7 @@ struct DrawWorld : FakeWorld {
         QTemporaryDir dir;
         editor.doc.homes[2].layerFile = dir.filePath(QStringLiteral("drawn.txt"));
         saveAllLayers(editor);
-        QFile file(editor.doc.homes[2].layerFile);
-        return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "(not written)";
+        return fileBytes(editor.doc.homes[2].layerFile).toStdString();
     }
 };
 

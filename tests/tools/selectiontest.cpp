@@ -17,8 +17,6 @@ using namespace plotwell::test;
 
 namespace {
 
-constexpr ColorRGB kBlue{0, 0, 255};
-
 // The indices of the selected lines or labels.
 template <typename Records> std::vector<std::size_t> selectedOf(const Records& records)
 {

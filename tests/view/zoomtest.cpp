@@ -1,37 +1,17 @@
 #include "view/zoom.h"
 #include "editor/viewcommands.h"
 #include "tests/support/fakes.h"
+#include "tests/support/records.h"
 #include "view/viewcontrol.h"
 
 #include <gtest/gtest.h>
 
-#include <string>
-
 using namespace plotwell;
-using plotwell::test::FakeWorld;
+using namespace plotwell::test;
 
 namespace {
 
 enum Content { Nothing, Line, Label, Both, TwoLines };
-
-// Appends a line from (x1, y1) to (x2, y2), or a label at (x1, y1), at the
-// current scale; both: a line from (x1, y1) to (x1, y2) and a label at (x2, y1).
-void add(Editor& e, Content kind, float x1, float y1, float x2 = 0, float y2 = 0, std::int16_t layer = 1)
-{
-    if (kind == TwoLines) { // a point at (x2, y2), then the line from (x1, y1) to it
-        add(e, Line, x2, y2, x2, y2, layer);
-        return add(e, Line, x1, y1, x2, y2, layer);
-    }
-    if (kind == Both) {
-        add(e, Line, x1, y1, x1, y2, layer);
-        return add(e, Label, x2, y1, 0, 0, layer);
-    }
-    const std::string start = std::to_string(x1) + "," + std::to_string(y1) + ",0,";
-    const std::string end = std::to_string(x2) + "," + std::to_string(y2) + ",0,0,0,0";
-    ASSERT_FALSE(kind == Line        ? e.doc.addLine(start + end, layer, e.view.currentScale)
-                     : kind == Label ? e.doc.addLabel(start + "0,0,0,1,here", layer, e.view.currentScale)
-                                     : RecordError());
-}
 
 class Zoom : public ::testing::Test {
 protected:
@@ -122,7 +102,16 @@ TEST_F(Zoom, FitSettlesHalfAStepBelowTheFirstScaleThatOverflows)
         e.view.mapWidth = c.mapW;
         e.view.mapHeight = c.mapH;
         e.view.currentScale = c.start; // as the keyboard zoom can leave it
-        add(e, c.kind, c.x1, c.y1, c.x2, c.y2);
+        // A point at (x2, y2) first, then the line from (x1, y1) to it; both: a
+        // line from (x1, y1) to (x1, y2) and a label at (x2, y1).
+        if (c.kind == TwoLines)
+            addTestLine(e, c.x2, c.y2, 0, c.x2, c.y2, 0, kBlack, 1);
+        if (c.kind == Line || c.kind == TwoLines)
+            addTestLine(e, c.x1, c.y1, 0, c.x2, c.y2, 0, kBlack, 1);
+        if (c.kind == Both)
+            addTestLine(e, c.x1, c.y1, 0, c.x1, c.y2, 0, kBlack, 1);
+        if (c.kind == Label || c.kind == Both)
+            addTestLabel(e, c.kind == Both ? c.x2 : c.x1, c.y1, 0, kBlack, "here", 1);
         e.tools.state.holdDrawing = true;
         fitContentToScreen(e);
         EXPECT_NEAR(e.view.currentScale, c.scale, 1e-4) << c.name;
