@@ -264,7 +264,7 @@ run_tests() {
     while IFS=: read -r _ name; do
       output=$(test_output "$name")
       printf '%s printed:\n%s\n' "$name" "$(tail -n 30 <<< "$output")"
-      ! grep -q '^\[==========\] Running' <<< "$output" || ran+=("$name")
+      if grep -q '^\[==========\] Running' <<< "$output"; then ran+=("$name"); fi
     done < "$failed"
     [ ${#ran[@]} -eq 0 ] || fail "tests failed under Wine: ${ran[*]} (log: $log)"
     say "Wine did not start $(wc -l < "$failed") test program(s): running them once more"
